@@ -1,0 +1,29 @@
+#include "QyComponent.h"
+#include <QWidget>
+
+QObject* ComponentOwner(const QObject* component) {
+  for (QObject* p = component ? component->parent() : nullptr; p; p = p->parent())
+    if (!p->objectName().isEmpty()) return p;
+  return nullptr;
+}
+
+QObject* ComponentForm(const QObject* component) {
+  QObject* top = const_cast<QObject*>(component);
+  while (top && top->parent()) {
+    if (auto* w = qobject_cast<QWidget*>(top); w && w->isWindow()) break;
+    top = top->parent();
+  }
+  return top;
+}
+
+QObject* FindComponent(const QObject* owner, const QString& name) {
+  if (!owner || name.isEmpty()) return nullptr;
+  return owner->findChild<QObject*>(name, Qt::FindChildrenRecursively);
+}
+
+QString UniqueName(const QObject* owner, const QString& base) {
+  for (int i = 1;; ++i) {
+    const QString candidate = base + QString::number(i);
+    if (!owner || !FindComponent(owner, candidate)) return candidate;
+  }
+}

@@ -1,0 +1,113 @@
+#pragma once
+// The message table: every text the system shows (error messages, undo captions, prompts) stands
+// here once, by name. Code refers to QyRes::Name; QyText() is the one place a translation could hook.
+#include <QString>
+#include <QVariant>
+#include <initializer_list>
+
+namespace QyRes {
+// ---- Errors of general use
+inline constexpr char IndexOutOfRange[] = "i=%d index out of range";
+
+// ---- Graph (undo captions)
+inline constexpr char GraphCaption[] = "Caption used in title of graph";
+inline constexpr char GraphCaptionAlignment[] = "Graph title alignment";
+inline constexpr char GraphBackColor[] = "Graph background color";
+inline constexpr char GraphCaptionColor[] = "Color of graph title";
+inline constexpr char GraphCaptionDistanceAfter[] = "Distance below graph title";
+inline constexpr char GraphCaptionDistanceBefore[] = "Distance above graph title";
+inline constexpr char GraphCaptionFont[] = "Font of graph title";
+inline constexpr char GraphCaptionVisible[] = "Visibility of graph title";
+inline constexpr char GraphDataAreaColor[] = "Color of graph data area";
+inline constexpr char GraphDistanceTop[] = "Graph border distance at top";
+inline constexpr char GraphDistanceBottom[] = "Graph border distance at bottom";
+inline constexpr char GraphDistanceLeft[] = "Graph border distance left";
+inline constexpr char GraphDistanceRight[] = "Graph border distance right";
+inline constexpr char GraphPrimaryXAxis[] = "Graph primary X-axis";
+inline constexpr char GraphPrimaryYAxis[] = "Graph primary Y-axis";
+inline constexpr char GraphZeroOrigin[] = "Graph axes cross at (0,0)";
+inline constexpr char GraphVarName[] = "Internal name of the graph control";
+inline constexpr char GraphDefaultXCaption[] = "X-Axis";
+inline constexpr char GraphDefaultYCaption[] = "Y-Axis";
+
+// ---- Axis (undo captions and messages)
+inline constexpr char AxisCaption[] = "Axis caption";
+inline constexpr char AxisCaptionAlignment[] = "Alignment of axis caption";
+inline constexpr char AxisCaptionColor[] = "Color of axis caption";
+inline constexpr char AxisCaptionDistanceAfter[] = "Distance below axis caption";
+inline constexpr char AxisCaptionDistanceBefore[] = "Distance above axis caption";
+inline constexpr char AxisCaptionFont[] = "Font of axis caption";
+inline constexpr char AxisCaptionVisible[] = "Visibility of axis caption";
+inline constexpr char AxisCaptionHorizontal[] = "Horizontal caption if axis is vertical";
+inline constexpr char AxisExtraDigits[] = "Axis numbers extra decimal spaces";
+inline constexpr char AxisFont[] = "Font of axis scaling numbers";
+inline constexpr char AxisForeColor[] = "Axis foreground color";
+inline constexpr char AxisNumbersColor[] = "Axis color of scaling numbers";
+inline constexpr char AxisRubricsAngle[] = "Axis angle of rubrics captions";
+inline constexpr char AxisScaling[] = "Axis scaling";
+inline constexpr char AxisLogToNormal[] = "Log to normal scaling switching range";
+inline constexpr char AxisMovingSlitWidth[] = "Width of moving range scaling";
+inline constexpr char AxisMovingSlitIncrement[] = "Incement to move axis range";
+inline constexpr char AxisRubrics[] = "Axis rubrics captions";
+inline constexpr char AxisNumbersVisible[] = "Visibility of axis scaling numbers";
+inline constexpr char AxisPosition[] = "Axis position in graph";
+inline constexpr char AxisAutoTickParts[] = "Automatic tick partitions";
+inline constexpr char AxisLabelDistanceFactor[] = "Factor for distance of axis labels";
+inline constexpr char AxisLabelPart[] = "Axis partitions for labels";
+inline constexpr char AxisMajorTickPart[] = "Axis partitions for major ticks";
+inline constexpr char AxisTickPart[] = "Axis partitions for minor ticks";
+inline constexpr char AxisMajorGridMode[] = "Axis major grid mode";
+inline constexpr char AxisThicknes[] = "Width of axis line";
+inline constexpr char AxisMajorTickThicknes[] = "Width of major tick lines";
+inline constexpr char AxisTickThicknes[] = "Width of minor tick lines";
+inline constexpr char AxisTickLength[] = "Axis minor ticks length";
+inline constexpr char AxisMajorTickLength[] = "Axis major ticks length";
+inline constexpr char AxisMajorTickColor[] = "Axis color of major tickmarks";
+inline constexpr char AxisTickColor[] = "Axis color of minor tickmarks";
+inline constexpr char AxisTicksPointToData[] = "Axis ticks point to graph data area";
+inline constexpr char AxisTwisted[] = "Axis twist order of numbers";
+inline constexpr char AxisIsSlave[] = "Axis as slave to other axis";
+inline constexpr char AxisSlaveSlope[] = "Multiplier to convert master scaling";
+inline constexpr char AxisSlaveOffset[] = "Offset to convert master scaling";
+inline constexpr char AxisMasterAxis[] = "Master axis";
+inline constexpr char AxisStart[] = "Axis range start";
+inline constexpr char AxisStop[] = "Axis range stop";
+inline constexpr char AxisStartEnd[] = "Auto ranging mode of axis start";
+inline constexpr char AxisStopEnd[] = "Auto ranging mode of axis stop";
+inline constexpr char AxisEndRounding[] = "Axis ends rounding mode";
+inline constexpr char AxisMaxForExtraExponent[] = "Maximum to show exta exponent at axis";
+inline constexpr char AxisMinForExtraExponent[] = "Minimum to show exta exponent at axis";
+inline constexpr char AxisDistanceValuesAxis[] = "Distance between graph data area and axis";
+inline constexpr char AxisDistanceAxisLabels[] = "Distance between axis and scaling labels";
+inline constexpr char AxisDistanceExtraExponent[] = "Distance between axis and extra exponent";
+inline constexpr char AxisDistanceNumbersCaption[] = "Distance between axis scaling numbers and caption";
+inline constexpr char AxisDistanceToBorder[] = "Distance between axis caption and border";
+inline constexpr char AxisVisible[] = "Axis visible";
+inline constexpr char AxisRubricsWithDatabase[] = "Setting rubrics not allowed with database binding set";
+
+// ---- Series (undo captions)
+inline constexpr char SeriesVisible[] = "Series visibility";
+inline constexpr char SeriesCaption[] = "Series caption";
+inline constexpr char SeriesIncludeInLegend[] = "Series visibility in legends";
+inline constexpr char SeriesOutliersVisible[] = "Series visibility of outliers";
+inline constexpr char SeriesXAxis[] = "Series X-axis reference";
+inline constexpr char SeriesYAxis[] = "Series Y-axis reference";
+inline constexpr char SeriesXData[] = "Series X-data reference";
+inline constexpr char SeriesYData[] = "Series Y-data reference";
+inline constexpr char SeriesLayer[] = "Series drawing order";
+inline constexpr char SeriesVarName[] = "Internal name of the series";
+inline constexpr char SeriesVarCaption[] = "Caption of the series e.g. used in legends";
+
+// ---- Style objects, colours, drawing (Part of the styles subsystem adds here)
+
+// ---- Expressions (the expression subsystem adds here)
+
+// ---- Text and time helpers (the text subsystem adds here)
+} // namespace QyRes
+
+// The text of a table entry (the translation hook).
+QString QyText(const char* id);
+
+// Formats a message of the table the way the runtime's Format does for the directives the table
+// uses: %d %s %g %f %e %x with optional width and precision, and %%.
+QString QyFormatMessage(const char* id, std::initializer_list<QVariant> args);
