@@ -1,0 +1,222 @@
+#include "QyRichLabel.h"
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QyExceptions.h>
+
+// ---- TQyFont
+
+TQyFont::TQyFont(std::function<void()> onChange, QObject* parent)
+    : QObject(parent), OnChange(std::move(onChange)) {}
+
+TQyFont::~TQyFont() { FDestroying = true; }
+
+void TQyFont::Changed() {
+  if (OnChange) OnChange();
+}
+
+void TQyFont::SetFillColor(TQyColor value) {
+  QyAssign(this, UndoRecorder(), FFillColor, value, nullptr, "FillColor", [this] { Changed(); });
+}
+
+QColor TQyFont::GetColor() const { return QColor::fromRgb(FFillColor & 0x00FFFFFFu); }
+
+void TQyFont::SetColor(const QColor& value) { SetFillColor(0xFF000000u | (value.rgb() & 0x00FFFFFFu)); }
+
+// The newest effect replaces the former one: what was set before is taken out of the new set,
+// and of the rest the first in the order Shadow, Outline, Lowered, Raised stays.
+void TQyFont::SetDrawEffects(TQyCharDrawEffects value) {
+  if (value == FDrawEffects) return;
+  TQyCharDrawEffects rest = value & ~FDrawEffects;
+  TQyCharDrawEffects kept;
+  for (auto e : {TQyCharDrawEffect::Shadow, TQyCharDrawEffect::Outline, TQyCharDrawEffect::Lowered,
+                 TQyCharDrawEffect::Raised})
+    if (rest.testFlag(e)) {
+      kept = e;
+      break;
+    }
+  QyAssign(this, UndoRecorder(), FDrawEffects, kept, nullptr, "DrawEffects", [this] { Changed(); });
+}
+
+QFont TQyFont::ToQFont() const {
+  QFont font(FName);
+  font.setPointSizeF(FSize > 0 ? FSize : 10.0);
+  font.setBold(FStyle.testFlag(TQyFontStyle::Bold));
+  font.setItalic(FStyle.testFlag(TQyFontStyle::Italic));
+  font.setUnderline(FStyle.testFlag(TQyFontStyle::Underline));
+  font.setStrikeOut(FStyle.testFlag(TQyFontStyle::StrikeOut));
+  return font;
+}
+
+void TQyFont::FromQFont(const QFont& font) {
+  SetName(font.family());
+  SetSize(static_cast<float>(font.pointSizeF()));
+  TQyFontStyles style;
+  style.setFlag(TQyFontStyle::Bold, font.bold());
+  style.setFlag(TQyFontStyle::Italic, font.italic());
+  style.setFlag(TQyFontStyle::Underline, font.underline());
+  style.setFlag(TQyFontStyle::StrikeOut, font.strikeOut());
+  SetStyle(style);
+}
+
+void TQyFont::Assign(const TQyFont& other) {
+  SetName(other.FName);
+  SetSize(other.FSize);
+  SetStyle(other.FStyle);
+  SetFillColor(other.FFillColor);
+  FDrawEffects = {}; // copy the set as it is, not as a newest-wins change
+  SetDrawEffects(other.FDrawEffects);
+  SetRenderingHint(other.FRenderingHint);
+}
+
+void TQyFont::SetUndoStack(TQyUndoRecorder* recorder) { SetUndoRecorder(recorder); }
+
+void TQyFont::PushToUndoStack(TQyUndoRecorder* recorder, const QString& caption) {
+  if (!recorder || !recorder->IsRecording()) return;
+  for (const char* name : {"Name", "Style", "Size", "FillColor", "DrawEffects"})
+    recorder->PushProperty(this, caption, name);
+}
+
+// ---- TQyRichCaptionObject
+
+TQyRichCaptionObject::TQyRichCaptionObject(std::function<void()> modified)
+    : ModifiedCallback(std::move(modified)),
+      FFont(std::make_unique<TQyFont>([this] { DoFontInvalidate(); })) {}
+
+TQyRichCaptionObject::~TQyRichCaptionObject() = default;
+
+void TQyRichCaptionObject::SetCaption(const TQyRichCaption& caption) {
+  if (caption == Caption) return;
+  Caption = caption;
+  ClearParse();
+  if (ModifiedCallback) ModifiedCallback();
+}
+
+void TQyRichCaptionObject::ClearParse() {
+  FSubCaptions.clear();
+  FLineWidths.clear();
+  FPlainText.clear();
+  FWidth = FHeight = 0;
+}
+
+TQyColor TQyRichCaptionObject::GetFillColor() const {
+  return FillColorOverride != 0 ? FillColorOverride : FFont->GetFillColor();
+}
+
+void TQyRichCaptionObject::DoFontInvalidate() {
+  if (!FSubCaptions.empty()) {
+    const TQyColor first = FSubCaptions.front()->FillColor;
+    for (auto& run : FSubCaptions) {
+      if (run->FillColor == first) run->FillColor = GetFillColor();
+      run->DrawEffects = FFont->GetDrawEffects();
+    }
+  }
+  if (ModifiedCallback) ModifiedCallback();
+}
+
+// Minimal parse: one run per line, plain text.
+void TQyRichCaptionObject::ParseForSize(QPainter* graphics, QObject* /*owner*/) {
+  if (Caption.isEmpty()) return;
+  ClearParse();
+  QString s = Caption;
+  s.replace(QStringLiteral("\n\r"), QStringLiteral("\r"));
+  s.replace(QStringLiteral("\r\n"), QStringLiteral("\r"));
+  s.replace(QLatin1Char('\n'), QLatin1Char('\r'));
+  const QFont font = FFont->ToQFont();
+  QFontMetricsF fm = graphics && graphics->device() ? QFontMetricsF(font, graphics->device())
+                                                    : QFontMetricsF(font);
+  const qreal h = fm.lineSpacing();
+  const QStringList lines = s.split(QLatin1Char('\r'));
+  for (int i = 0; i < lines.size(); ++i) {
+    auto run = std::make_unique<TQySubCaption>();
+    run->Text = lines[i];
+    run->Font = font;
+    run->FontName = FFont->GetName();
+    run->FillColor = GetFillColor();
+    run->DrawEffects = FFont->GetDrawEffects();
+    run->LineIndex = i;
+    run->Position = QPointF(0, i * h);
+    FLineWidths.push_back(static_cast<float>(fm.horizontalAdvance(lines[i])));
+    FWidth = std::max(FWidth, FLineWidths.back());
+    FPlainText += lines[i];
+    if (!lines[i].isEmpty()) FSubCaptions.push_back(std::move(run));
+  }
+  FHeight = static_cast<float>(lines.size() * h);
+}
+
+QTransform TQyRichCaptionObject::BlockTransform() const {
+  float ox = X, oy = Y;
+  const int a = static_cast<int>(Alignment);
+  if (a % 3 == 1) ox -= FWidth / 2;
+  else if (a % 3 == 2) ox -= FWidth;
+  if (a / 3 == 1) oy -= FHeight / 2;
+  else if (a / 3 == 2) oy -= FHeight;
+  QTransform t;
+  t.translate(X, Y);
+  t.rotate(-Angle);
+  t.translate(-X, -Y);
+  t.translate(ox, oy);
+  return t;
+}
+
+void TQyRichCaptionObject::PaintGr(QPainter* graphics) {
+  if (!graphics || !graphics->isActive()) return;
+  try {
+    if (!IsParsed()) ParseForSize(graphics, nullptr);
+    graphics->save();
+    graphics->setTransform(BlockTransform(), true);
+    QBrush brush(QColor::fromRgba(GetFillColor()));
+    for (const auto& run : FSubCaptions) run->PaintGr(graphics, brush);
+    graphics->restore();
+  } catch (...) {
+    // painting never raises
+  }
+}
+
+// ---- TQySubCaption
+
+static QFontMetricsF MetricsFor(const QFont& font, QPainter* graphics) {
+  return graphics && graphics->device() ? QFontMetricsF(font, graphics->device()) : QFontMetricsF(font);
+}
+
+float TQySubCaption::GetWidth(QPainter* graphics) const {
+  return static_cast<float>(MetricsFor(Font, graphics).horizontalAdvance(Text));
+}
+
+void TQySubCaption::PaintGr(QPainter* graphics, QBrush& brush) const {
+  const QFontMetricsF fm = MetricsFor(Font, graphics);
+  graphics->setFont(Font);
+  graphics->setPen(QPen(QColor::fromRgba(FillColor)));
+  graphics->setBrush(brush);
+  graphics->drawText(QPointF(Position.x(), Position.y() + fm.ascent()), Text);
+}
+
+// ---- TQyRichCaptionObjects
+
+TQyRichCaptionObject* TQyRichCaptionObjects::GetValue(int i) const {
+  if (i < 0 || i >= Count()) QyRaiseIndexError(i);
+  return FItems[static_cast<size_t>(i)].get();
+}
+
+void TQyRichCaptionObjects::SetValue(int i, std::unique_ptr<TQyRichCaptionObject> value) {
+  if (i < 0 || i >= Count()) QyRaiseIndexError(i);
+  FItems[static_cast<size_t>(i)] = std::move(value);
+}
+
+TQyRichCaptionObject* TQyRichCaptionObjects::Add(std::unique_ptr<TQyRichCaptionObject> value) {
+  FItems.push_back(std::move(value));
+  return FItems.back().get();
+}
+
+void TQyRichCaptionObjects::Delete(int i) {
+  if (i < 0 || i >= Count()) QyRaiseIndexError(i);
+  FItems.erase(FItems.begin() + i);
+}
+
+void TQyRichCaptionObjects::SetCount(int count) {
+  if (count < Count()) FItems.resize(static_cast<size_t>(std::max(count, 0)));
+  else CheckCount(count);
+}
+
+void TQyRichCaptionObjects::CheckCount(int count) {
+  while (Count() < count) FItems.push_back(std::make_unique<TQyRichCaptionObject>());
+}

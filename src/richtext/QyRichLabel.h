@@ -1,0 +1,183 @@
+#pragma once
+// Rich captions: a caption string with backslash mark-up and placeholders, parsed into runs of
+// uniform look (TQySubCaption), measured, and drawn rotated about an anchor point. TQyFont is the
+// font of every caption; TQyRichLabel shows one caption as a widget.
+#include <QColor>
+#include <QFont>
+#include <QObject>
+#include <QPointF>
+#include <QString>
+#include <QWidget>
+#include <QyProperty.h>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QPainter;
+class QBrush;
+
+// The string type of a caption property: text with mark-up and placeholders.
+using TQyRichCaption = QString;
+// 32-bit ARGB, alpha in the high byte.
+using TQyColor = quint32;
+
+namespace QyRichLabel {
+Q_NAMESPACE
+
+// Where the anchor point (X, Y) lies on the caption's block.
+enum class TQyContentAlignment {
+  TopLeft, TopCenter, TopRight,
+  MiddleLeft, MiddleCenter, MiddleRight,
+  BottomLeft, BottomCenter, BottomRight
+};
+Q_ENUM_NS(TQyContentAlignment)
+
+// Effects of a caption's characters; a set holds at most one of them.
+enum class TQyCharDrawEffect { Shadow = 0x1, Outline = 0x2, Lowered = 0x4, Raised = 0x8 };
+Q_DECLARE_FLAGS(TQyCharDrawEffects, TQyCharDrawEffect)
+Q_FLAG_NS(TQyCharDrawEffects)
+
+// Text rendering quality; the values keep their document ordinals.
+enum class TQyTextRenderingHint {
+  SystemDefault, SingleBitPerPixelGridFit, SingleBitPerPixel,
+  AntiAliasGridFit, AntiAlias, ClearTypeGridFit
+};
+Q_ENUM_NS(TQyTextRenderingHint)
+
+// Font style flags in document bit order: bold 1, italic 2, underline 4, strike-out 8.
+enum class TQyFontStyle { Bold = 0x1, Italic = 0x2, Underline = 0x4, StrikeOut = 0x8 };
+Q_DECLARE_FLAGS(TQyFontStyles, TQyFontStyle)
+Q_FLAG_NS(TQyFontStyles)
+} // namespace QyRichLabel
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(QyRichLabel::TQyCharDrawEffects)
+Q_DECLARE_OPERATORS_FOR_FLAGS(QyRichLabel::TQyFontStyles)
+
+using QyRichLabel::TQyCharDrawEffect;
+using QyRichLabel::TQyCharDrawEffects;
+using QyRichLabel::TQyContentAlignment;
+using QyRichLabel::TQyFontStyle;
+using QyRichLabel::TQyFontStyles;
+using QyRichLabel::TQyTextRenderingHint;
+
+// The font of a caption: family, fractional point size, style, ARGB fill colour, gradient,
+// character effect and rendering hint. Every change calls the owner's callback.
+class TQyFont : public QObject, public TQyRecording {
+  Q_OBJECT
+  QY_PROPERTY(QString, Name, nullptr, Changed()) = QStringLiteral("Arial");
+  QY_PROPERTY(float, Size, nullptr, Changed()) = 10.0f;
+  QY_PROPERTY(QyRichLabel::TQyFontStyles, Style, nullptr, Changed()) = {};
+  QY_PROPERTY_CUSTOM(TQyColor, FillColor) = 0xFF000000u;
+  QY_PROPERTY_CUSTOM(QyRichLabel::TQyCharDrawEffects, DrawEffects) = {};
+  QY_PROPERTY(QyRichLabel::TQyTextRenderingHint, RenderingHint, nullptr, Changed()) =
+      TQyTextRenderingHint::SystemDefault;
+  // The plain colour: FillColor without its alpha; setting it makes the fill opaque.
+  Q_PROPERTY(QColor Color READ GetColor WRITE SetColor)
+
+public:
+  explicit TQyFont(std::function<void()> onChange = {}, QObject* parent = nullptr);
+  ~TQyFont() override;
+
+  QColor GetColor() const;
+  void SetColor(const QColor& value);
+
+  // The font to measure and draw with (fractional point size, style flags).
+  QFont ToQFont() const;
+  // Takes family, size and style of a plain font (the other settings stay).
+  void FromQFont(const QFont& font);
+  void Assign(const TQyFont& other);
+  void SetUndoStack(TQyUndoRecorder* recorder);
+  // Pushes the font's settings as one group under `caption`.
+  void PushToUndoStack(TQyUndoRecorder* recorder, const QString& caption);
+
+  std::function<void()> OnChange;
+
+private:
+  void Changed();
+};
+
+// One run of a parsed caption: text in one font, colour and effect, at its top-left corner in
+// the caption's own coordinates.
+class TQySubCaption {
+public:
+  QPointF Position;
+  QString Text;
+  QFont Font;
+  QString FontName;
+  TQyCharDrawEffects DrawEffects;
+  TQyColor FillColor = 0xFF000000u;
+  int LineIndex = 0;
+
+  // Advance width of the text (no side bearings padding).
+  float GetWidth(QPainter* graphics) const;
+  // Draws the run with `brush`; a solid brush takes the run's own colour.
+  void PaintGr(QPainter* graphics, QBrush& brush) const;
+};
+
+// A caption: source string, font, anchor, alignment and angle; parsed runs after ParseForSize.
+// A plain object, not a QObject: axes own many of them.
+class TQyRichCaptionObject {
+public:
+  explicit TQyRichCaptionObject(std::function<void()> modified = {});
+  ~TQyRichCaptionObject();
+  TQyRichCaptionObject(const TQyRichCaptionObject&) = delete;
+  TQyRichCaptionObject& operator=(const TQyRichCaptionObject&) = delete;
+
+  TQyRichCaption Caption;                // the source string
+  TQyColor FillColorOverride = 0;        // 0: none; else the colour of the runs in font colour
+  TQyContentAlignment Alignment = TQyContentAlignment::TopLeft;
+  float X = 0, Y = 0;                    // the anchor
+  float Angle = 0;                       // degrees, counter-clockwise
+  std::function<void()> ModifiedCallback;
+
+  TQyFont* Font() const { return FFont.get(); }
+  // Sets the source and forgets the parse, so that the next paint measures again.
+  void SetCaption(const TQyRichCaption& caption);
+  // Unrotated block size after ParseForSize.
+  float Width() const { return FWidth; }
+  float Height() const { return FHeight; }
+  QString PlainText() const { return FPlainText; }
+  const std::vector<std::unique_ptr<TQySubCaption>>& SubCaptions() const { return FSubCaptions; }
+  const std::vector<float>& LineWidths() const { return FLineWidths; }
+  bool IsParsed() const { return !FLineWidths.empty(); }
+
+  // Parses Caption (placeholders resolved for `owner`), measures and builds the runs.
+  // `graphics` may be nullptr: the runs are then measured for the screen.
+  void ParseForSize(QPainter* graphics, QObject* owner);
+  // Draws at (X, Y); parses first when never parsed. Never throws.
+  void PaintGr(QPainter* graphics);
+  TQyColor GetFillColor() const;
+  // The font's change callback: runs in font colour follow it, all runs take its effects.
+  void DoFontInvalidate();
+
+private:
+  friend class TQyCaptionParser;
+  void ClearParse();
+  QTransform BlockTransform() const;
+
+  std::unique_ptr<TQyFont> FFont;
+  std::vector<std::unique_ptr<TQySubCaption>> FSubCaptions;
+  std::vector<float> FLineWidths;
+  QString FPlainText;
+  float FWidth = 0, FHeight = 0;
+};
+
+// A growable list of caption objects (axes keep their tick labels in it). Owns its entries.
+class TQyRichCaptionObjects {
+public:
+  int Count() const { return static_cast<int>(FItems.size()); }
+  // Raises ERangeError on a bad index.
+  TQyRichCaptionObject* GetValue(int i) const;
+  void SetValue(int i, std::unique_ptr<TQyRichCaptionObject> value);
+  TQyRichCaptionObject* Add(std::unique_ptr<TQyRichCaptionObject> value);
+  void Delete(int i);
+  void Clear() { FItems.clear(); }
+  // Grows with new empty captions or shrinks to `count`.
+  void SetCount(int count);
+  // Grows to at least `count`.
+  void CheckCount(int count);
+  TQyRichCaptionObject* operator[](int i) const { return GetValue(i); }
+
+private:
+  std::vector<std::unique_ptr<TQyRichCaptionObject>> FItems;
+};
