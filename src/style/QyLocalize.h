@@ -98,7 +98,38 @@ inline constexpr char SeriesLayer[] = "Series drawing order";
 inline constexpr char SeriesVarName[] = "Internal name of the series";
 inline constexpr char SeriesVarCaption[] = "Caption of the series e.g. used in legends";
 
-// ---- Style objects, colours, drawing (Part of the styles subsystem adds here)
+// ---- Style objects, colours, drawing
+inline constexpr char StyleNotAnInteger[] = "'%s' is not a valid integer value";
+inline constexpr char StyleGradientVisible[] = "Gradient visible";
+inline constexpr char StyleGradientStyle[] = "Gradient style";
+inline constexpr char StyleGradientFirstColor[] = "Gradient first color";
+inline constexpr char StyleGradientMiddleColor[] = "Gradient middle color";
+inline constexpr char StyleGradientLastColor[] = "Gradient last color";
+inline constexpr char StyleGradientLinearAngle[] = "Linear gradient angle";
+inline constexpr char StyleGradientLinearCenter[] = "Linear gradient center";
+inline constexpr char StyleGradientRadialCenterX[] = "X component of gradient center";
+inline constexpr char StyleGradientRadialCenterY[] = "Y component of gradient center";
+inline constexpr char StyleLineColor[] = "Line color";
+inline constexpr char StyleLineDashStyle[] = "Line dash style";
+inline constexpr char StyleLineWidth[] = "Line width";
+inline constexpr char StyleLineVisible[] = "Line visible";
+inline constexpr char StyleAreaVisible[] = "Filled area visible";
+inline constexpr char StyleAreaForeColor[] = "Area fill foreground color";
+inline constexpr char StyleAreaBackColor[] = "Area fill background color";
+inline constexpr char StyleAreaStyle[] = "Area fill style";
+inline constexpr char StyleSymbolVisible[] = "Point symbol visible";
+inline constexpr char StyleSymbolSize[] = "Point symbol size";
+inline constexpr char StyleSymbolBorderLineWidth[] = "Point symbol borderline width";
+inline constexpr char StyleSymbolBorderColor[] = "Point symbol borderline color";
+inline constexpr char StyleSymbolFillColor[] = "Point symbol fill color";
+inline constexpr char StyleSymbolSelection[] = "Point symbol selection";
+inline constexpr char StyleArrowPointLength[] = "Arrow tip point length";
+inline constexpr char StyleArrowInnerLength[] = "Arrow tip point inner length";
+inline constexpr char StyleArrowPointHeight[] = "Arrow tip point height";
+inline constexpr char StyleAxisArrowVisible[] = "Axis arrow visible";
+inline constexpr char StyleAxisArrowPointLength[] = "Axis arrow tip point length";
+inline constexpr char StyleAxisArrowInnerLength[] = "Axis arrow tip point inner length";
+inline constexpr char StyleAxisArrowPointHeight[] = "Axis arrow tip point height";
 
 // ---- Expressions (the expression subsystem adds here)
 
