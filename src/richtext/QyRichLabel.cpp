@@ -2,11 +2,15 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QyExceptions.h>
+#include <QyPlaceholders.h>
+#include "QyCaptionParser.h"
 
 // ---- TQyFont
 
 TQyFont::TQyFont(std::function<void()> onChange, QObject* parent)
-    : QObject(parent), OnChange(std::move(onChange)) {}
+    : QObject(parent), OnChange(std::move(onChange)) {
+  FGradient = new TQyGradientSettings([this] { Changed(); }, this);
+}
 
 TQyFont::~TQyFont() { FDestroying = true; }
 
@@ -66,14 +70,21 @@ void TQyFont::Assign(const TQyFont& other) {
   FDrawEffects = {}; // copy the set as it is, not as a newest-wins change
   SetDrawEffects(other.FDrawEffects);
   SetRenderingHint(other.FRenderingHint);
+  FGradient->Assign(*other.FGradient);
 }
 
-void TQyFont::SetUndoStack(TQyUndoRecorder* recorder) { SetUndoRecorder(recorder); }
+void TQyFont::SetUndoStack(TQyUndoRecorder* recorder) {
+  SetUndoRecorder(recorder);
+  FGradient->SetUndoStack(recorder);
+}
 
 void TQyFont::PushToUndoStack(TQyUndoRecorder* recorder, const QString& caption) {
   if (!recorder || !recorder->IsRecording()) return;
   for (const char* name : {"Name", "Style", "Size", "FillColor", "DrawEffects"})
     recorder->PushProperty(this, caption, name);
+  for (const char* name : {"Visible", "Style", "FirstColor", "MiddleColor", "LastColor",
+                           "LinearAngle", "LinearCenter", "RadialCenterX", "RadialCenterY"})
+    recorder->PushProperty(FGradient, caption, name);
 }
 
 // ---- TQyRichCaptionObject
@@ -113,34 +124,33 @@ void TQyRichCaptionObject::DoFontInvalidate() {
   if (ModifiedCallback) ModifiedCallback();
 }
 
-// Minimal parse: one run per line, plain text.
-void TQyRichCaptionObject::ParseForSize(QPainter* graphics, QObject* /*owner*/) {
-  if (Caption.isEmpty()) return;
-  ClearParse();
-  QString s = Caption;
+// Placeholders resolved (the owner becomes a dependant of the values it shows), line breaks
+// made CR. A placeholder that cannot be resolved leaves the caption as written: a caption is
+// measured while painting, and painting must not fail.
+static QString ExpandCaption(const QString& caption, QObject* owner) {
+  QString s = caption;
+  try {
+    s = ParseVariables(caption, owner);
+  } catch (const EQyException&) {
+  }
   s.replace(QStringLiteral("\n\r"), QStringLiteral("\r"));
   s.replace(QStringLiteral("\r\n"), QStringLiteral("\r"));
   s.replace(QLatin1Char('\n'), QLatin1Char('\r'));
-  const QFont font = FFont->ToQFont();
-  QFontMetricsF fm = graphics && graphics->device() ? QFontMetricsF(font, graphics->device())
-                                                    : QFontMetricsF(font);
-  const qreal h = fm.lineSpacing();
-  const QStringList lines = s.split(QLatin1Char('\r'));
-  for (int i = 0; i < lines.size(); ++i) {
-    auto run = std::make_unique<TQySubCaption>();
-    run->Text = lines[i];
-    run->Font = font;
-    run->FontName = FFont->GetName();
-    run->FillColor = GetFillColor();
-    run->DrawEffects = FFont->GetDrawEffects();
-    run->LineIndex = i;
-    run->Position = QPointF(0, i * h);
-    FLineWidths.push_back(static_cast<float>(fm.horizontalAdvance(lines[i])));
-    FWidth = std::max(FWidth, FLineWidths.back());
-    FPlainText += lines[i];
-    if (!lines[i].isEmpty()) FSubCaptions.push_back(std::move(run));
-  }
-  FHeight = static_cast<float>(lines.size() * h);
+  return s;
+}
+
+void QyApplyRenderingHint(QPainter* graphics, TQyTextRenderingHint hint) {
+  if (!graphics || hint == TQyTextRenderingHint::SystemDefault) return;
+  const bool smooth = hint != TQyTextRenderingHint::SingleBitPerPixel &&
+                      hint != TQyTextRenderingHint::SingleBitPerPixelGridFit;
+  graphics->setRenderHint(QPainter::TextAntialiasing, smooth);
+}
+
+void TQyRichCaptionObject::ParseForSize(QPainter* graphics, QObject* owner) {
+  if (Caption.isEmpty()) return;
+  QyApplyRenderingHint(graphics, FFont->GetRenderingHint());
+  ClearParse();
+  TQyCaptionParser(*this, graphics).Run(ExpandCaption(Caption, owner));
 }
 
 QTransform TQyRichCaptionObject::BlockTransform() const {
@@ -158,36 +168,42 @@ QTransform TQyRichCaptionObject::BlockTransform() const {
   return t;
 }
 
+namespace {
+// Saves the painter state and restores it on every way out.
+class TPainterState {
+public:
+  explicit TPainterState(QPainter* p) : FPainter(p) { FPainter->save(); }
+  ~TPainterState() { FPainter->restore(); }
+  TPainterState(const TPainterState&) = delete;
+  TPainterState& operator=(const TPainterState&) = delete;
+
+private:
+  QPainter* FPainter;
+};
+} // namespace
+
+// The brush of a run: runs in the caption's own colour take the font's gradient when it is on.
+QBrush TQyRichCaptionObject::RunBrush(const TQySubCaption& run) const {
+  const TQyGradientSettings& gradient = *FFont->GetGradient();
+  if (run.FillColor == GetFillColor() && gradient.GetVisible())
+    return gradient.GetBrush(QRectF(0, 0, FWidth, FHeight));
+  return QBrush(QColor::fromRgba(run.FillColor));
+}
+
 void TQyRichCaptionObject::PaintGr(QPainter* graphics) {
   if (!graphics || !graphics->isActive()) return;
   try {
     if (!IsParsed()) ParseForSize(graphics, nullptr);
-    graphics->save();
+    TPainterState state(graphics);
     graphics->setTransform(BlockTransform(), true);
-    QBrush brush(QColor::fromRgba(GetFillColor()));
-    for (const auto& run : FSubCaptions) run->PaintGr(graphics, brush);
-    graphics->restore();
+    QyApplyRenderingHint(graphics, FFont->GetRenderingHint());
+    for (const auto& run : FSubCaptions) {
+      QBrush brush = RunBrush(*run);
+      run->PaintGr(graphics, brush);
+    }
   } catch (...) {
-    // painting never raises
+    // painting never raises: a caption that cannot be drawn is left out
   }
-}
-
-// ---- TQySubCaption
-
-static QFontMetricsF MetricsFor(const QFont& font, QPainter* graphics) {
-  return graphics && graphics->device() ? QFontMetricsF(font, graphics->device()) : QFontMetricsF(font);
-}
-
-float TQySubCaption::GetWidth(QPainter* graphics) const {
-  return static_cast<float>(MetricsFor(Font, graphics).horizontalAdvance(Text));
-}
-
-void TQySubCaption::PaintGr(QPainter* graphics, QBrush& brush) const {
-  const QFontMetricsF fm = MetricsFor(Font, graphics);
-  graphics->setFont(Font);
-  graphics->setPen(QPen(QColor::fromRgba(FillColor)));
-  graphics->setBrush(brush);
-  graphics->drawText(QPointF(Position.x(), Position.y() + fm.ascent()), Text);
 }
 
 // ---- TQyRichCaptionObjects

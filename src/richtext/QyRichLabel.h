@@ -4,11 +4,15 @@
 // font of every caption; TQyRichLabel shows one caption as a widget.
 #include <QColor>
 #include <QFont>
+#include <QFontMetricsF>
 #include <QObject>
 #include <QPointF>
 #include <QString>
 #include <QWidget>
+#include <QyGDI.h>
 #include <QyProperty.h>
+#include <QyRegisters.h>
+#include <QyStyles.h>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -18,8 +22,6 @@ class QBrush;
 
 // The string type of a caption property: text with mark-up and placeholders.
 using TQyRichCaption = QString;
-// 32-bit ARGB, alpha in the high byte.
-using TQyColor = quint32;
 
 namespace QyRichLabel {
 Q_NAMESPACE
@@ -71,6 +73,8 @@ class TQyFont : public QObject, public TQyRecording {
   QY_PROPERTY_CUSTOM(QyRichLabel::TQyCharDrawEffects, DrawEffects) = {};
   QY_PROPERTY(QyRichLabel::TQyTextRenderingHint, RenderingHint, nullptr, Changed()) =
       TQyTextRenderingHint::SystemDefault;
+  // Fills the runs in the font's own colour when visible.
+  QY_PROPERTY_OBJECT(TQyGradientSettings, Gradient);
   // The plain colour: FillColor without its alpha; setting it makes the fill opaque.
   Q_PROPERTY(QColor Color READ GetColor WRITE SetColor)
 
@@ -154,6 +158,7 @@ private:
   friend class TQyCaptionParser;
   void ClearParse();
   QTransform BlockTransform() const;
+  QBrush RunBrush(const TQySubCaption& run) const;
 
   std::unique_ptr<TQyFont> FFont;
   std::vector<std::unique_ptr<TQySubCaption>> FSubCaptions;
@@ -161,6 +166,11 @@ private:
   QString FPlainText;
   float FWidth = 0, FHeight = 0;
 };
+
+// Metrics of `font` on the painter's device, or for the screen when there is no painter.
+QFontMetricsF QyFontMetrics(const QFont& font, QPainter* graphics);
+// Sets the painter's text antialiasing for a rendering hint (SystemDefault leaves it alone).
+void QyApplyRenderingHint(QPainter* graphics, TQyTextRenderingHint hint);
 
 // A growable list of caption objects (axes keep their tick labels in it). Owns its entries.
 class TQyRichCaptionObjects {
@@ -180,4 +190,53 @@ public:
 
 private:
   std::vector<std::unique_ptr<TQyRichCaptionObject>> FItems;
+};
+
+// A caption shown as a widget. With AutoSize the widget takes the size of the rotated block,
+// and the caption's anchor is placed so that the rotated block fits the widget exactly.
+class TQyRichLabel : public QWidget, public TQyRecording, public IQyVariablesUser {
+  Q_OBJECT
+  QY_PROPERTY_CUSTOM(float, Angle) = 0;
+  QY_PROPERTY(QColor, BackColor, nullptr, update()) = QColor(Qt::transparent);
+  QY_PROPERTY_CUSTOM(TQyRichCaption, Caption);
+  QY_PROPERTY_CUSTOM(QyRichLabel::TQyContentAlignment, TextAlign) = TQyContentAlignment::TopLeft;
+  QY_PROPERTY_CUSTOM(bool, AutoSize) = true;
+  QY_PROPERTY_OBJECT(TQyFont, Font);
+  // The text colour: the font's plain colour.
+  Q_PROPERTY(QColor ForeColor READ GetForeColor WRITE SetForeColor)
+  Q_PROPERTY(QString PlainText READ GetPlainText)
+
+public:
+  explicit TQyRichLabel(QWidget* parent = nullptr);
+  ~TQyRichLabel() override;
+
+  QColor GetForeColor() const { return FFont->GetColor(); }
+  void SetForeColor(const QColor& value) { FFont->SetColor(value); }
+  QString GetPlainText() const { return FCaptionObject->PlainText(); }
+  TQyRichCaptionObject* CaptionObject() const { return FCaptionObject.get(); }
+  // The anchor of the caption in widget coordinates, after AdjustBounds.
+  QPointF LabelAnchor() const { return {FLabelX, FLabelY}; }
+
+  // Measures the caption, resizes to the rotated block (AutoSize) and places the anchor.
+  void AdjustBounds();
+  // Background and caption, in widget coordinates.
+  void PaintGr(QPainter* graphics);
+  QSize sizeHint() const override;
+  void SetUndoStack(TQyUndoRecorder* recorder);
+  // A registered value the caption shows has changed: measure and draw again.
+  void VariablesChanged() override;
+
+protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+private:
+  void FontChanged();
+  void Readjust();
+  QSizeF RotatedExtent() const;
+
+  std::unique_ptr<TQyRichCaptionObject> FCaptionObject;
+  bool FNeedsAdjust = true;
+  float FLabelX = 0, FLabelY = 0;
 };

@@ -1,0 +1,43 @@
+#pragma once
+// Helpers of the caption tests: draw a caption on the recording device and read back where its
+// text items landed, in device pixels.
+#include <QPainter>
+#include <QyRecordingDevice.h>
+#include <QyRichLabel.h>
+#include <vector>
+
+struct QyDrawnText {
+  QString text;
+  QRectF box; // from the top of the ascent to the advance width and the descent, device pixels
+  QColor color;
+  QTransform transform;
+  QPointF baseline; // in the painter's coordinates at draw time
+};
+
+// Paints `caption` on `device` and pairs every text item with the run that drew it (plain
+// captions draw exactly one text item per run, in run order).
+inline std::vector<QyDrawnText> QyPaintAndRead(TQyRichCaptionObject& caption,
+                                               QyRecordingDevice& device) {
+  device.Clear();
+  QPainter painter(&device);
+  caption.ParseForSize(&painter, nullptr);
+  caption.PaintGr(&painter);
+  std::vector<QyDrawnText> out;
+  const auto items = device.OfKind(QyPrimitive::Text);
+  const auto& runs = caption.SubCaptions();
+  for (size_t i = 0; i < items.size() && i < runs.size(); ++i) {
+    const QyPrimitive* p = items[i];
+    const QFontMetricsF fm = QyFontMetrics(runs[i]->Font, &painter);
+    const QPointF base = p->points.isEmpty() ? p->rect.topLeft() : p->points.first();
+    const QRectF local(base.x(), base.y() - fm.ascent(), p->rect.width(), fm.ascent() + fm.descent());
+    out.push_back({p->text, p->transform.mapRect(local), p->pen.color(), p->transform, base});
+  }
+  return out;
+}
+
+// Union of the drawn boxes.
+inline QRectF QyDrawnExtent(const std::vector<QyDrawnText>& items) {
+  QRectF r;
+  for (const auto& t : items) r = r.united(t.box);
+  return r;
+}

@@ -1,0 +1,166 @@
+// Parsing of the mark-up into runs: text, style, size and offsets relative to the line height.
+#include "QyCaptionTestKit.h"
+#include <gtest/gtest.h>
+
+namespace {
+// Parses `text` for a 96 dpi device with a 12 pt font.
+struct Parsed {
+  explicit Parsed(const QString& text, TQyContentAlignment alignment = TQyContentAlignment::TopLeft) {
+    caption.Font()->SetSize(12);
+    caption.Alignment = alignment;
+    caption.Caption = text;
+    QPainter painter(&device);
+    caption.ParseForSize(&painter, nullptr);
+  }
+  const TQySubCaption& Run(size_t i) const { return *caption.SubCaptions().at(i); }
+  size_t Runs() const { return caption.SubCaptions().size(); }
+  QyRecordingDevice device;
+  TQyRichCaptionObject caption;
+};
+} // namespace
+
+TEST(CaptionMarkup, SubscriptRunIsSmallerAndLowerByAThirdOfTheLine) {
+  Parsed p("H\\-2\\-O");
+  ASSERT_EQ(p.Runs(), 3u);
+  EXPECT_EQ(p.caption.PlainText(), "H2O");
+  const float h = p.caption.Height(); // one line: the line height
+  EXPECT_NEAR(p.Run(1).Font.pointSizeF(), 12 * 0.66, 1e-5);
+  EXPECT_DOUBLE_EQ(p.Run(0).Font.pointSizeF(), 12.0);
+  EXPECT_DOUBLE_EQ(p.Run(2).Font.pointSizeF(), 12.0);
+  EXPECT_NEAR(p.Run(1).Position.y() - p.Run(0).Position.y(), 0.33 * h, 1e-3);
+  EXPECT_DOUBLE_EQ(p.Run(2).Position.y(), p.Run(0).Position.y());
+  // runs follow each other on the line, all on line 0
+  EXPECT_GT(p.Run(1).Position.x(), p.Run(0).Position.x());
+  EXPECT_GT(p.Run(2).Position.x(), p.Run(1).Position.x());
+  for (size_t i = 0; i < 3; ++i) EXPECT_EQ(p.Run(i).LineIndex, 0);
+}
+
+TEST(CaptionMarkup, ScriptSpacingGivesRoomBeforeAndTakesItBackAfter) {
+  Parsed p("H\\-2\\-O");
+  QPainter painter(&p.device);
+  const double w0 = p.Run(0).GetWidth(&painter), w1 = p.Run(1).GetWidth(&painter);
+  const double enter = 0.1 * 12 * 0.66, leave = 0.1 * 12;
+  EXPECT_NEAR(p.Run(1).Position.x() - p.Run(0).Position.x(), w0 + enter, 1e-3);
+  // the room before the script travels with it; after it the line closes up by `leave`
+  EXPECT_NEAR(p.Run(2).Position.x() - p.Run(1).Position.x(), w1 - leave, 1e-3);
+}
+
+TEST(CaptionMarkup, SuperscriptRisesSlightlyAndShrinks) {
+  Parsed p("x\\+2\\+");
+  ASSERT_EQ(p.Runs(), 2u);
+  EXPECT_NEAR(p.Run(0).Position.y() - p.Run(1).Position.y(), 0.025 * p.caption.Height(), 1e-3);
+  EXPECT_NEAR(p.Run(1).Font.pointSizeF(), 12 * 0.66, 1e-5);
+}
+
+TEST(CaptionMarkup, TogglesStartFromTheFontStyleAndReturnToIt) {
+  Parsed p("a\\bb\\bc\\i\\ud\\o\\i\\ue");
+  ASSERT_EQ(p.Runs(), 5u);
+  EXPECT_FALSE(p.Run(0).Font.bold());
+  EXPECT_TRUE(p.Run(1).Font.bold());
+  EXPECT_FALSE(p.Run(2).Font.bold());
+  EXPECT_TRUE(p.Run(3).Font.italic());
+  EXPECT_TRUE(p.Run(3).Font.underline());
+  EXPECT_FALSE(p.Run(3).Font.strikeOut());
+  EXPECT_TRUE(p.Run(4).Font.strikeOut());
+  EXPECT_FALSE(p.Run(4).Font.italic());
+
+  TQyRichCaptionObject bold;
+  bold.Font()->SetStyle(TQyFontStyle::Bold);
+  bold.Caption = "a\\bb";
+  bold.ParseForSize(nullptr, nullptr);
+  ASSERT_EQ(bold.SubCaptions().size(), 2u);
+  EXPECT_TRUE(bold.SubCaptions()[0]->Font.bold());
+  EXPECT_FALSE(bold.SubCaptions()[1]->Font.bold()); // a toggle turns the font's bold off
+}
+
+TEST(CaptionMarkup, EveryKindOfLineBreakEndsALine) {
+  // CR LF, LF CR, CR and LF each count once
+  Parsed p("a\r\nb\n\rc\rd\ne");
+  EXPECT_EQ(p.caption.PlainText(), "abcde");
+  ASSERT_EQ(p.Runs(), 5u);
+  ASSERT_EQ(p.caption.LineWidths().size(), 5u);
+  Parsed one("a");
+  EXPECT_NEAR(p.caption.Height(), 5 * one.caption.Height(), 1e-3);
+  for (size_t i = 0; i < 5; ++i) {
+    EXPECT_EQ(p.Run(i).LineIndex, static_cast<int>(i));
+    EXPECT_NEAR(p.Run(i).Position.y(), i * one.caption.Height(), 1e-3);
+  }
+  // an empty line still takes its height
+  Parsed gap("a\n\nb");
+  EXPECT_NEAR(gap.caption.Height(), 3 * one.caption.Height(), 1e-3);
+  EXPECT_NEAR(gap.Run(1).Position.y(), 2 * one.caption.Height(), 1e-3);
+}
+
+TEST(CaptionMarkup, WidthIsTheLongestLineAndShortLinesFollowTheColumn) {
+  const QString text = "Wide first line\nshort";
+  Parsed left(text), centre(text, TQyContentAlignment::TopCenter),
+      right(text, TQyContentAlignment::BottomRight);
+  QPainter painter(&left.device);
+  const double wLong = left.Run(0).GetWidth(&painter), wShort = left.Run(1).GetWidth(&painter);
+  ASSERT_GT(wLong, wShort);
+  EXPECT_FLOAT_EQ(left.caption.Width(), left.caption.LineWidths()[0]);
+  EXPECT_GE(left.caption.Width(), wLong);
+  EXPECT_LT(left.caption.Width(), wLong + 12); // the margin is a fraction of the em
+  // left: both lines start together; centre: their middles meet; right: their ends meet
+  EXPECT_DOUBLE_EQ(left.Run(0).Position.x(), left.Run(1).Position.x());
+  EXPECT_NEAR(centre.Run(0).Position.x() + wLong / 2, centre.Run(1).Position.x() + wShort / 2, 1e-3);
+  EXPECT_NEAR(right.Run(0).Position.x() + wLong, right.Run(1).Position.x() + wShort, 1e-3);
+}
+
+TEST(CaptionMarkup, FontSwitchAndLiteralBackslash) {
+  Parsed p("a\\f[DejaVu Serif]b\\f[]c\\\\d");
+  ASSERT_EQ(p.Runs(), 3u);
+  EXPECT_EQ(p.caption.PlainText(), "abc\\d");
+  EXPECT_EQ(p.Run(1).FontName, "DejaVu Serif");
+  EXPECT_EQ(p.Run(2).FontName, "Arial"); // empty name returns to the font's
+  EXPECT_EQ(p.Run(2).Text, "c\\d");
+
+  Parsed unknown("a\\f[No Such Family Here]b\\bc");
+  ASSERT_EQ(unknown.Runs(), 3u);
+  EXPECT_EQ(unknown.Run(1).FontName, "Arial"); // falls back, and stays for the next runs
+  EXPECT_EQ(unknown.Run(2).FontName, "Arial");
+}
+
+TEST(CaptionMarkup, MalformedMarkupShowsWhatTheTextSays) {
+  EXPECT_EQ(Parsed("ab\\").caption.PlainText(), "ab");         // lone backslash at the end
+  EXPECT_EQ(Parsed("a\\qb").caption.PlainText(), "ab");        // unknown command dropped
+  EXPECT_EQ(Parsed("a\\c[red").caption.PlainText(), "ac[red"); // unclosed: text stays
+  EXPECT_EQ(Parsed("a\\f[x\ny]").caption.PlainText(), "af[xy]"); // no bracket on the line
+  EXPECT_EQ(Parsed("\\").caption.PlainText(), "");
+  Parsed empty("\\b\\i");
+  EXPECT_EQ(empty.Runs(), 0u);
+  EXPECT_GT(empty.caption.Height(), 0); // one empty line
+  EXPECT_FLOAT_EQ(empty.caption.Width(), 0);
+}
+
+TEST(CaptionMarkup, EmptyCaptionParsesToNothing) {
+  TQyRichCaptionObject caption;
+  caption.ParseForSize(nullptr, nullptr);
+  EXPECT_FALSE(caption.IsParsed());
+  EXPECT_FLOAT_EQ(caption.Width(), 0);
+  caption.Caption = "x";
+  caption.ParseForSize(nullptr, nullptr);
+  EXPECT_TRUE(caption.IsParsed());
+  caption.SetCaption("xy");
+  EXPECT_FALSE(caption.IsParsed()); // a new source is measured again at the next paint
+}
+
+TEST(CaptionMarkup, ColourSwitchesAndFontColourChanges) {
+  const QString blue = ARGBToRichID(0xFF0000FFu); // the notation's own writer
+  ASSERT_TRUE(blue.startsWith('[') && blue.endsWith(']'));
+  TQyRichCaptionObject caption;
+  caption.Caption = "a\\c" + blue + "b\\c[]c\\c[not a colour]d";
+  caption.ParseForSize(nullptr, nullptr);
+  const auto& runs = caption.SubCaptions();
+  ASSERT_EQ(runs.size(), 4u);
+  EXPECT_EQ(caption.PlainText(), "abcd");
+  EXPECT_EQ(runs[0]->FillColor, 0xFF000000u);
+  EXPECT_EQ(runs[1]->FillColor, 0xFF0000FFu);
+  EXPECT_EQ(runs[2]->FillColor, 0xFF000000u); // empty id: back to the font's colour
+  EXPECT_EQ(runs[3]->FillColor, 0xFF000000u); // unreadable id: colour unchanged
+  // a new font colour reaches the runs in font colour only
+  caption.Font()->SetFillColor(0xFF00A000u);
+  EXPECT_EQ(runs[0]->FillColor, 0xFF00A000u);
+  EXPECT_EQ(runs[1]->FillColor, 0xFF0000FFu);
+  EXPECT_EQ(runs[2]->FillColor, 0xFF00A000u);
+}
