@@ -1,5 +1,6 @@
 #include "QyCaptionParser.h"
 #include <QFontDatabase>
+#include <QHash>
 #include <QPainter>
 #include <QyExceptions.h>
 #include <algorithm>
@@ -18,6 +19,14 @@ void ColourFromId(const QString& id, TQyColor& colour) {
     colour = RichIDToTQyColor(id);
   } catch (const EQyException&) {
   }
+}
+// Whether the font system knows `family`; asked once per family (the look-up is slow, and axes
+// parse many labels in one face). Captions are parsed on the GUI thread only.
+bool FamilyKnown(const QString& family) {
+  static QHash<QString, bool> known;
+  auto it = known.find(family);
+  if (it == known.end()) it = known.insert(family, QFontDatabase::hasFamily(family));
+  return *it;
 }
 } // namespace
 
@@ -143,7 +152,7 @@ QFont TQyCaptionParser::CurrentFont() const {
 
 void TQyCaptionParser::Flush() {
   if (FPending.isEmpty()) return;
-  if (!QFontDatabase::hasFamily(FStyle.Family) && FStyle.Family != FallbackFamily)
+  if (FStyle.Family != FallbackFamily && !FamilyKnown(FStyle.Family))
     FStyle.Family = FallbackFamily; // stays for the following runs
   auto run = std::make_unique<TQySubCaption>();
   run->Font = CurrentFont();
