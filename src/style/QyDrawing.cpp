@@ -172,8 +172,10 @@ QBrush LinearBrush(const QRectF& rect, float angle, float center, TQyColor first
                    TQyColor middle, TQyColor last) {
   const QLineF line = GradientLine(rect.adjusted(-1, -1, 1, 1), angle);
   QLinearGradient g(line.p1(), line.p2());
-  // Three stops even when `center` is 0 or 1 (then two share a position: a hard edge).
-  g.setStops({{0.0, Q(first)}, {std::clamp(double(center), 0.0, 1.0), Q(middle)}, {1.0, Q(last)}});
+  // Always three stops. A gradient keeps one colour per position, so a centre at an end is
+  // moved inside by a hair: the result is the same hard edge, and the middle colour stays.
+  constexpr double hair = 1e-6;
+  g.setStops({{0.0, Q(first)}, {std::clamp(double(center), hair, 1.0 - hair), Q(middle)}, {1.0, Q(last)}});
   return QBrush(g);
 }
 

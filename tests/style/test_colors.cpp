@@ -1,0 +1,260 @@
+// Colours: the named table against the CSS/SVG keyword values, text forms and their round trips,
+// lightness arithmetic against an independent implementation (gen_hsl.py), contrast rules,
+// hatch patterns and pens.
+#include "QyExceptions.h"
+#include "QyGDI.h"
+#include "QyHatch.h"
+#include "QyStyles.h"
+#include <QGuiApplication>
+#include <QImage>
+#include <QPalette>
+#include <QSet>
+#include <gtest/gtest.h>
+
+namespace {
+// The 140 web colours are entries 28..167.
+constexpr int FirstNamedWeb = QyFirstWebColor + 1;
+}
+
+TEST(ColorTable, WebColoursHaveTheCssKeywordValues) {
+  // QColor knows the SVG/CSS keywords by lower-case name; their values are the reference (they
+  // differ from X11 for Gray, Green, Maroon and Purple, where CSS is right).
+  int checked = 0;
+  for (int i = FirstNamedWeb; i <= QyColorCount; ++i) {
+    const QString name = QyColorName(i);
+    const QColor reference = QColor::fromString(name.toLower());
+    ASSERT_TRUE(reference.isValid()) << qPrintable(name);
+    EXPECT_EQ(QyColorValue(i), reference.rgba()) << qPrintable(name);
+    ++checked;
+  }
+  EXPECT_EQ(checked, 140);
+  EXPECT_EQ(ColorToARGB("Gray"), 0xFF808080u);
+  EXPECT_EQ(ColorToARGB("Green"), 0xFF008000u);
+  EXPECT_EQ(ColorToARGB("Maroon"), 0xFF800000u);
+  EXPECT_EQ(ColorToARGB("Purple"), 0xFF800080u);
+}
+
+TEST(ColorTable, OrderAndSpecialEntries) {
+  EXPECT_EQ(QyColorName(1), "ActiveBorder");
+  EXPECT_EQ(QyColorName(26), "WindowText");
+  EXPECT_EQ(QyColorName(27), "Transparent");
+  EXPECT_EQ(QyColorValue(27), 0x00FFFFFFu);
+  EXPECT_EQ(QyColorName(28), "Black");
+  EXPECT_EQ(QyColorName(44), "Red"); // after the greys and the dark reds, ordered by hue
+  EXPECT_EQ(QyColorName(167), "LightPink");
+  QSet<QString> names;
+  for (int i = 1; i <= QyColorCount; ++i) names.insert(QyColorName(i).toUpper());
+  EXPECT_EQ(names.size(), QyColorCount) << "names must be unique regardless of case";
+  EXPECT_THROW(QyColorName(0), ERangeError);
+  EXPECT_THROW(QyColorValue(168), ERangeError);
+}
+
+TEST(ColorTable, SystemColoursComeFromTheApplicationPalette) {
+  const QPalette palette = QGuiApplication::palette();
+  EXPECT_EQ(ColorToARGB("Window"), palette.color(QPalette::Active, QPalette::Base).rgba() | 0xFF000000u);
+  EXPECT_EQ(ColorToARGB("Highlight"), palette.color(QPalette::Active, QPalette::Highlight).rgba() | 0xFF000000u);
+  EXPECT_EQ(ColorToARGB("GrayText"), palette.color(QPalette::Disabled, QPalette::Text).rgba() | 0xFF000000u);
+  for (int i = 1; i <= 26; ++i) EXPECT_EQ(GetAlpha(QyColorValue(i)), 255) << i;
+}
+
+TEST(ColorText, NamesInAnyCaseAndNumbers) {
+  EXPECT_EQ(ColorToARGB("DarkRed"), 0xFF8B0000u);
+  EXPECT_EQ(ColorToARGB("darkred"), 0xFF8B0000u);
+  EXPECT_EQ(ColorToARGB("DARKRED"), 0xFF8B0000u);
+  EXPECT_EQ(ColorToARGB("$80FF0000"), 0x80FF0000u); // half-transparent red
+  EXPECT_EQ(ColorToARGB("$80ff0000"), 0x80FF0000u);
+  EXPECT_EQ(ColorToARGB("255"), 255u);
+  EXPECT_EQ(ColorToARGB("-1"), 0xFFFFFFFFu);
+  EXPECT_EQ(ColorToARGB("0x10"), 16u);
+}
+
+TEST(ColorText, BadTextRaisesTheConversionMessage) {
+  try {
+    ColorToARGB("Nonsense");
+    FAIL() << "no exception";
+  } catch (const EConvertError& e) {
+    EXPECT_EQ(e.Message(), "'NONSENSE' is not a valid integer value"); // the upper-cased text
+  }
+  EXPECT_THROW(ColorToARGB(""), EConvertError);
+  EXPECT_THROW(ColorToARGB("$"), EConvertError);
+  EXPECT_THROW(ColorToARGB("$1FFFFFFFF"), EConvertError); // beyond 32 bits
+  EXPECT_THROW(ColorToARGB("4294967295"), EConvertError);  // decimal is a signed 32-bit integer
+  EXPECT_THROW(ColorToARGB("12AB"), EConvertError);
+}
+
+TEST(ColorText, ValueToName) {
+  EXPECT_EQ(ARGBToString(0xFF8B0000), "DarkRed");
+  EXPECT_EQ(ARGBToString(0x808B0000), "$808B0000");
+  EXPECT_EQ(ARGBToString(0x00000001), "$00000001");
+  EXPECT_EQ(ARGBToString(0x00FFFFFF), "Transparent"); // the web search starts at Transparent
+  EXPECT_EQ(ARGBToString(0x00FFFFFF, true), "Transparent");
+  // Two names for one value: the first in table order prints.
+  EXPECT_EQ(ARGBToString(0xFF00FFFF), "Aqua");
+  EXPECT_EQ(ARGBToString(0xFFFF00FF), "Magenta");
+  // With system colours, a system entry of the same value shadows the web name.
+  const TQyColor window = ColorToARGB("Window");
+  const QString withSystem = ARGBToString(window, true);
+  EXPECT_EQ(ColorToARGB(withSystem), window);
+  int firstSystem = 0;
+  for (int i = 1; i <= 26 && !firstSystem; ++i)
+    if (QyColorValue(i) == window) firstSystem = i;
+  EXPECT_EQ(withSystem, QyColorName(firstSystem));
+}
+
+TEST(ColorText, EveryFormReadsBack) {
+  for (int i = QyFirstWebColor; i <= QyColorCount; ++i)
+    EXPECT_EQ(ColorToARGB(ARGBToString(QyColorValue(i))), QyColorValue(i)) << i;
+  for (TQyColor c : {0x00000000u, 0x12345678u, 0x80FF0000u, 0xFEFFFFFFu, 0xFF010203u})
+    EXPECT_EQ(ColorToARGB(ARGBToString(c)), c);
+}
+
+TEST(ColorText, RichIdentifiers) {
+  EXPECT_EQ(ARGBToRichID(0x80FF0102), "[A=128, R=255, G=1, B=2]");
+  EXPECT_EQ(RichIDToTQyColor("[A=128, R=255, G=1, B=2"), 0x80FF0102u); // as rich captions pass it
+  EXPECT_EQ(RichIDToTQyColor("[A=128, R=255, G=1, B=2]"), 0x80FF0102u);
+  EXPECT_EQ(RichIDToTQyColor("[A=255, R=256, G=1, B=2"), 0xFF000102u); // truncated to a byte
+  EXPECT_THROW(RichIDToTQyColor("[A=255, R=x, G=1, B=2"), EConvertError);
+  EXPECT_THROW(RichIDToTQyColor("nothing"), EConvertError);
+  for (TQyColor c : {0u, 0xFFFFFFFFu, 0x7F00FF80u})
+    EXPECT_EQ(RichIDToTQyColor(ARGBToRichID(c)), c);
+}
+
+namespace {
+struct THslCase {
+  TQyColor c;
+  float hue, saturation, lightness;
+  TQyColor darker, brighter; // Brighten by 0.8 and 1.3
+};
+// Generated by tests/style/gen_hsl.py (Python's colorsys).
+const THslCase HslCases[] = {
+    {0xFF8B0000, 0.0000, 1.0000, 0.2725, 0xFF6F0000, 0xFFB50000},
+    {0xFF6495ED, 218.5401, 0.7919, 0.6608, 0xFF286CE6, 0xFFBFD3F8},
+    {0xFFFFD700, 50.5882, 1.0000, 0.5000, 0xFFCCAC00, 0xFFFFE34D},
+    {0xFF2E8B57, 146.4516, 0.5027, 0.3627, 0xFF256F46, 0xFF3CB571},
+    {0xFF9932CC, 280.1299, 0.6063, 0.4980, 0xFF7A28A3, 0xFFB86FDC},
+    {0xFF808080, 0.0000, 0.0000, 0.5020, 0xFF666666, 0xFFA6A6A6},
+    {0xFF123456, 210.0000, 0.6538, 0.2039, 0xFF0E2A45, 0xFF174470},
+    {0xFFF0E68C, 54.0000, 0.7692, 0.7451, 0xFFE7D749, 0xFFFDFCF1},
+    {0x80FF6347, 9.1304, 1.0000, 0.6392, 0x80FF2C06, 0x80FFB6A9},
+    {0xFF00CED1, 180.8612, 1.0000, 0.4098, 0xFF00A5A7, 0xFF11FCFF},
+};
+
+// Channels within one step: the library computes in single precision, the reference in double.
+void ExpectNear(TQyColor actual, TQyColor expected) {
+  EXPECT_EQ(GetAlpha(actual), GetAlpha(expected));
+  EXPECT_NEAR(GetR(actual), GetR(expected), 1) << std::hex << actual << " vs " << expected;
+  EXPECT_NEAR(GetG(actual), GetG(expected), 1) << std::hex << actual << " vs " << expected;
+  EXPECT_NEAR(GetB(actual), GetB(expected), 1) << std::hex << actual << " vs " << expected;
+}
+} // namespace
+
+TEST(ColorArithmetic, HueSaturationLightnessAgreeWithTheReference) {
+  for (const auto& t : HslCases) {
+    EXPECT_NEAR(GetHue(t.c), t.hue, 1e-3) << std::hex << t.c;
+    EXPECT_NEAR(GetSaturation(t.c), t.saturation, 1e-4) << std::hex << t.c;
+    EXPECT_NEAR(GetBrightness(t.c), t.lightness, 1e-4) << std::hex << t.c;
+  }
+}
+
+TEST(ColorArithmetic, BrightenAgreesWithTheReferenceAndKeepsAlpha) {
+  for (const auto& t : HslCases) {
+    ExpectNear(Brighten(t.c, 0.8f), t.darker);
+    ExpectNear(Brighten(t.c, 1.3f), t.brighter);
+  }
+  EXPECT_EQ(Brighten(0xFF000000, 2.0f), 0xFF000000u); // lightness 0 stays black
+}
+
+TEST(ColorArithmetic, HslToColorRoundTripsAndSpecialCases) {
+  EXPECT_EQ(HSLToColor(0, 1, 0.5f), 0xFF000000u);
+  EXPECT_EQ(HSLToColor(0.5f, 0, 0.3f), 0xFF808080u); // grey: 127.5 rounds half to even, to 128
+  EXPECT_EQ(HSLToColor(0.5f, 1, 0), 0xFFFF0000u);
+  EXPECT_EQ(HSLToColor(0.5f, 1, 1.0f / 3), 0xFF00FF00u);
+  EXPECT_EQ(HSLToColor(0.5f, 1, 2.0f / 3), 0xFF0000FFu);
+  for (const auto& t : HslCases)
+    ExpectNear(HSLToColor(t.lightness, t.saturation, t.hue / 360), t.c | 0xFF000000u);
+}
+
+TEST(ColorArithmetic, ContrastColours) {
+  // Yellows (hue 45..85): DimGray on light, white on dark.
+  EXPECT_EQ(ContrastBackGroundARGB(0xFFFFFF00), 0xFF696969u);
+  EXPECT_EQ(ContrastBackGroundARGB(0xFF808000), 0xFFFFFFFFu);
+  // Others: white up to lightness 0.8 inclusive, DimGray above.
+  EXPECT_EQ(ContrastBackGroundARGB(0xFFFF0000), 0xFFFFFFFFu);
+  EXPECT_EQ(ContrastBackGroundARGB(0xFFFFFFFF), 0xFF696969u);
+  EXPECT_EQ(ContrastBackGroundARGB(0xFFCCCCCC), 0xFFFFFFFFu); // lightness exactly 0.8
+  EXPECT_EQ(ContrastForeColorARGB(0xFF0000FF), 0xFF8B0000u);   // hue 240, light 0.5
+  EXPECT_EQ(ContrastForeColorARGB(0xFF000080), 0xFFF08080u);   // hue 240, dark
+  EXPECT_EQ(ContrastForeColorARGB(0xFFFF0000), 0xFF90EE90u);   // hue 0, below 0.75
+  EXPECT_EQ(ContrastForeColorARGB(0xFFFFFFFF), 0xFF006400u);   // grey, light
+  EXPECT_EQ(ContrastForeColorARGB(0xFFFF00FF), 0xFF90EE90u);   // hue 300
+}
+
+namespace {
+int SetPixels(const TQyHatchBits& bits) {
+  int n = 0;
+  for (auto row : bits) n += __builtin_popcount(row);
+  return n;
+}
+} // namespace
+
+TEST(AreaBrushes, PercentPatternsHaveTheirDensity) {
+  const int percents[12] = {5, 10, 20, 25, 30, 40, 50, 60, 70, 75, 80, 90};
+  const int expected[12] = {3, 6, 13, 16, 19, 26, 32, 38, 45, 48, 51, 58}; // of 64, rounded by hand
+  for (int i = 0; i < 12; ++i)
+    EXPECT_EQ(SetPixels(QyHatchBits(6 + i)), expected[i]) << percents[i] << "%";
+}
+
+TEST(AreaBrushes, LinePatternsAndDistinctness) {
+  EXPECT_EQ(QyHatchBits(int(TQyAreaStyle::Horizontal)), (TQyHatchBits{0xFF, 0, 0, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(QyHatchBits(int(TQyAreaStyle::Vertical)),
+            (TQyHatchBits{0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80}));
+  // Forward diagonal runs down to the right, backward up to the right.
+  const TQyHatchBits fwd = QyHatchBits(int(TQyAreaStyle::ForwardDiagonal));
+  const TQyHatchBits bwd = QyHatchBits(int(TQyAreaStyle::BackwardDiagonal));
+  for (int y = 0; y < 8; ++y) {
+    EXPECT_EQ(fwd[size_t(y)], 0x80 >> y);
+    EXPECT_EQ(bwd[size_t(y)], 0x01 << y);
+  }
+  QSet<quint64> seen;
+  for (int i = 0; i < QyHatchCount; ++i) {
+    const TQyHatchBits b = QyHatchBits(i);
+    const int n = SetPixels(b);
+    EXPECT_GT(n, 0) << i;
+    EXPECT_LT(n, 64) << i;
+    quint64 key = 0;
+    for (auto row : b) key = (key << 8) | row;
+    seen.insert(key);
+  }
+  EXPECT_EQ(seen.size(), QyHatchCount) << "every style has its own pattern";
+  EXPECT_THROW(QyHatchBits(53), ERangeError);
+}
+
+TEST(AreaBrushes, GetAreaBrush) {
+  const QBrush solid = GetAreaBrush(TQyAreaStyle::Total, 0xFF112233, 0xFF445566);
+  EXPECT_EQ(solid.style(), Qt::SolidPattern);
+  EXPECT_EQ(solid.color().rgba(), 0xFF112233u);
+  const QBrush cross = GetAreaBrush(TQyAreaStyle::Cross, 0xFF112233, 0x80445566);
+  ASSERT_EQ(cross.style(), Qt::TexturePattern);
+  const QImage tile = cross.textureImage();
+  ASSERT_EQ(tile.size(), QSize(8, 8));
+  EXPECT_EQ(tile.pixel(5, 0), 0xFF112233u); // the horizontal bar
+  EXPECT_EQ(tile.pixel(0, 5), 0xFF112233u); // the vertical bar
+  EXPECT_EQ(tile.pixel(3, 3), 0x80445566u); // background keeps its alpha
+}
+
+TEST(Pens, ForwardersRoundTrip) {
+  TQyPen pen(0x80FF0000, 2.5f);
+  EXPECT_EQ(pen.Get_Color(), 0x80FF0000u);
+  EXPECT_FLOAT_EQ(pen.Get_Width(), 2.5f);
+  EXPECT_EQ(pen.capStyle(), Qt::FlatCap);
+  for (TDashStyle s : {TDashStyle::DashStyleSolid, TDashStyle::DashStyleDash, TDashStyle::DashStyleDot,
+                       TDashStyle::DashStyleDashDot, TDashStyle::DashStyleDashDotDot,
+                       TDashStyle::DashStyleCustom}) {
+    pen.Set_DashStyle(s);
+    EXPECT_EQ(pen.Get_DashStyle(), s);
+  }
+  pen.Set_DashStyle(TDashStyle::DashStyleDot);
+  EXPECT_EQ(pen.style(), Qt::DotLine);
+  pen.Set_Color(0xFF00FF00);
+  EXPECT_EQ(pen.color(), QColor(0, 255, 0));
+}

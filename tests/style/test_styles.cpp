@@ -1,0 +1,239 @@
+// Style objects: defaults, the setter pattern (compare, record under its caption, store,
+// call back), nested gradients, Assign, and the pens and brushes they make.
+#include "QyDrawing.h"
+#include "QyFakeRecorder.h"
+#include "QyStyles.h"
+#include <QLinearGradient>
+#include <QMetaProperty>
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace {
+struct TRow {
+  const char* property;
+  QVariant defaultValue;
+  QVariant otherValue;
+  const char* caption;
+};
+
+QVariant C(TQyColor c) { return QVariant::fromValue(c); }
+QVariant F(float f) { return QVariant::fromValue(f); }
+
+const std::vector<TRow> GradientRows = {
+    {"Visible", false, true, "Gradient visible"},
+    {"Style", QVariant::fromValue(TQyGradientStyle::Linear),
+     QVariant::fromValue(TQyGradientStyle::Elliptical), "Gradient style"},
+    {"FirstColor", C(0xFFD3D3D3), C(0xFF000001), "Gradient first color"},
+    {"MiddleColor", C(0xFFB0B0B0), C(0xFF000002), "Gradient middle color"},
+    {"LastColor", C(0xFF808080), C(0xFF000003), "Gradient last color"},
+    {"LinearAngle", F(0), F(33), "Linear gradient angle"},
+    {"LinearCenter", F(0.5f), F(0.25f), "Linear gradient center"},
+    {"RadialCenterX", F(0.5f), F(0.1f), "X component of gradient center"},
+    {"RadialCenterY", F(0.5f), F(0.9f), "Y component of gradient center"},
+};
+const std::vector<TRow> LineRows = {
+    {"Color", C(0xFFFF0000), C(0xFF0000FF), "Line color"},
+    {"DashStyle", QVariant::fromValue(TDashStyle::DashStyleSolid),
+     QVariant::fromValue(TDashStyle::DashStyleDot), "Line dash style"},
+    {"Width", F(1), F(3), "Line width"},
+    {"Visible", true, false, "Line visible"},
+};
+const std::vector<TRow> ArrowRows = {
+    {"PointLength", F(5), F(9), "Arrow tip point length"},
+    {"InnerLength", F(3), F(4), "Arrow tip point inner length"},
+    {"PointHeight", F(2), F(6), "Arrow tip point height"},
+};
+const std::vector<TRow> AreaRows = {
+    {"Visible", false, true, "Filled area visible"},
+    {"ForeColor", C(0xFFD3D3D3), C(0xFF000004), "Area fill foreground color"},
+    {"BackColor", C(0xFFA9A9A9), C(0xFF000005), "Area fill background color"},
+    {"AreaStyle", QVariant::fromValue(TQyAreaStyle::Total), QVariant::fromValue(TQyAreaStyle::Wave),
+     "Area fill style"},
+};
+const std::vector<TRow> SymbolRows = {
+    {"Visible", true, false, "Point symbol visible"},
+    {"Size", F(11), F(7), "Point symbol size"},
+    {"BorderLineWidth", F(1), F(2), "Point symbol borderline width"},
+    {"BorderColor", C(0xFF0000FF), C(0xFF000006), "Point symbol borderline color"},
+    {"FillColor", C(0xFF0000FF), C(0xFF000007), "Point symbol fill color"},
+    {"PointSymbol", QVariant::fromValue(TQyPointSymbol::Circle),
+     QVariant::fromValue(TQyPointSymbol::Nabla), "Point symbol selection"},
+};
+const std::vector<TRow> AxisArrowRows = {
+    {"Visible", false, true, "Axis arrow visible"},
+    {"PointLength", F(7), F(1), "Axis arrow tip point length"},
+    {"InnerLength", F(5), F(2), "Axis arrow tip point inner length"},
+    {"PointHeight", F(3), F(4), "Axis arrow tip point height"},
+};
+
+// Each published property: default, one change records once under its caption with the old value,
+// a second set to the same value neither records nor calls back.
+void CheckRows(QObject& object, TQyStyleObject& settings, const std::vector<TRow>& rows, int& calls) {
+  QyFakeRecorder recorder;
+  settings.SetUndoStack(&recorder);
+  for (const TRow& row : rows) {
+    SCOPED_TRACE(row.property);
+    EXPECT_EQ(object.property(row.property), row.defaultValue);
+    recorder.Pushes.clear();
+    calls = 0;
+    ASSERT_TRUE(object.setProperty(row.property, row.otherValue));
+    ASSERT_EQ(recorder.Pushes.size(), 1u);
+    EXPECT_EQ(recorder.Pushes[0].object, &object);
+    EXPECT_EQ(recorder.Pushes[0].caption, row.caption);
+    EXPECT_EQ(recorder.Pushes[0].property, row.property);
+    EXPECT_EQ(recorder.Pushes[0].valueBefore, row.defaultValue); // pushed before the change
+    EXPECT_EQ(object.property(row.property), row.otherValue);
+    EXPECT_EQ(calls, 1);
+    object.setProperty(row.property, row.otherValue);
+    EXPECT_EQ(recorder.Pushes.size(), 1u);
+    EXPECT_EQ(calls, 1);
+  }
+  settings.SetUndoStack(nullptr);
+}
+} // namespace
+
+TEST(StyleObjects, DefaultsCaptionsAndTheSetterPattern) {
+  int calls = 0;
+  auto count = [&calls] { ++calls; };
+  TQyGradientSettings gradient(count);
+  CheckRows(gradient, gradient, GradientRows, calls);
+  TQyLineSettings line(count);
+  CheckRows(line, line, LineRows, calls);
+  TQyArrowSettings arrow(count);
+  CheckRows(arrow, arrow, ArrowRows, calls);
+  TQyAreaSettings area(count);
+  CheckRows(area, area, AreaRows, calls);
+  TQyPointSymbolSettings symbol(count);
+  CheckRows(symbol, symbol, SymbolRows, calls);
+  TQyAxisArrowPoint axisArrow(count);
+  CheckRows(axisArrow, axisArrow, AxisArrowRows, calls);
+}
+
+TEST(StyleObjects, WithoutStackOrCallback) {
+  QyFakeRecorder recorder;
+  TQyLineSettings line(nullptr); // a missing callback is allowed
+  line.SetWidth(4);
+  EXPECT_FLOAT_EQ(line.GetWidth(), 4);
+  line.SetUndoStack(&recorder);
+  recorder.Recording = false; // the stack replaying: nothing recorded
+  line.SetWidth(5);
+  EXPECT_TRUE(recorder.Pushes.empty());
+  EXPECT_FLOAT_EQ(line.GetWidth(), 5);
+}
+
+TEST(StyleObjects, NestedGradientRecordsAndCallsTheOwnerBack) {
+  int calls = 0;
+  QyFakeRecorder recorder;
+  TQyAreaSettings area([&calls] { ++calls; });
+  area.SetUndoStack(&recorder);
+  area.GetGradient()->SetVisible(true);
+  ASSERT_EQ(recorder.Pushes.size(), 1u);
+  EXPECT_EQ(recorder.Pushes[0].object, area.GetGradient());
+  EXPECT_EQ(recorder.Pushes[0].caption, "Gradient visible");
+  EXPECT_EQ(calls, 1);
+  // The gradient is published as an object property.
+  EXPECT_EQ(area.property("Gradient").value<QObject*>(), area.GetGradient());
+}
+
+TEST(StyleObjects, AssignCopiesValuesAndNestedSettings) {
+  TQyLineSettings source(nullptr), target(nullptr);
+  source.SetColor(0xFF123456);
+  source.SetWidth(2.5f);
+  source.SetVisible(false);
+  source.SetDashStyle(TDashStyle::DashStyleDashDot);
+  source.GetGradient()->SetLastColor(0xFF654321);
+  target.Assign(source);
+  EXPECT_EQ(target.GetColor(), 0xFF123456u);
+  EXPECT_FLOAT_EQ(target.GetWidth(), 2.5f);
+  EXPECT_FALSE(target.GetVisible());
+  EXPECT_EQ(target.GetDashStyle(), TDashStyle::DashStyleDashDot);
+  EXPECT_EQ(target.GetGradient()->GetLastColor(), 0xFF654321u);
+  EXPECT_NE(target.GetGradient(), source.GetGradient()); // copied, not shared
+
+  // A line into an arrow: the line values come over, the arrow's own stay.
+  TQyArrowSettings arrow(nullptr);
+  arrow.SetPointLength(8);
+  arrow.Assign(source);
+  EXPECT_EQ(arrow.GetColor(), 0xFF123456u);
+  EXPECT_FALSE(arrow.GetVisible());
+  EXPECT_FLOAT_EQ(arrow.GetPointLength(), 8);
+}
+
+TEST(StyleObjects, AssignRecordsLikeAnyChange) {
+  QyFakeRecorder recorder;
+  TQyPointSymbolSettings source(nullptr), target(nullptr);
+  source.SetSize(20);
+  target.SetUndoStack(&recorder);
+  target.Assign(source);
+  ASSERT_EQ(recorder.Pushes.size(), 1u); // only the one value that differs
+  EXPECT_EQ(recorder.Pushes[0].caption, "Point symbol size");
+}
+
+TEST(StylePens, GetPenFromColourOrGradient) {
+  TQyLineSettings line(nullptr);
+  line.SetColor(0xFF00FF00);
+  line.SetWidth(3);
+  line.SetDashStyle(TDashStyle::DashStyleDash);
+  const QRectF area(10, 10, 100, 50);
+  TQyPen pen = line.GetPen(area);
+  EXPECT_EQ(pen.color(), QColor(0, 255, 0));
+  EXPECT_DOUBLE_EQ(pen.widthF(), 3.0);
+  EXPECT_EQ(pen.style(), Qt::DashLine);
+
+  line.SetColor(0xFF0000FF); // the pen made before does not follow
+  EXPECT_EQ(pen.color(), QColor(0, 255, 0));
+
+  line.GetGradient()->SetVisible(true); // Color is then ignored, but kept
+  pen = line.GetPen(area);
+  ASSERT_EQ(pen.brush().style(), Qt::LinearGradientPattern);
+  const QGradientStops stops = pen.brush().gradient()->stops();
+  ASSERT_EQ(stops.size(), 3);
+  EXPECT_EQ(stops[0].second, QColor(0xD3, 0xD3, 0xD3));
+  EXPECT_EQ(stops[2].second, QColor(0x80, 0x80, 0x80));
+  EXPECT_EQ(line.GetColor(), 0xFF0000FFu);
+  EXPECT_DOUBLE_EQ(pen.widthF(), 3.0);
+  EXPECT_EQ(pen.style(), Qt::DashLine);
+}
+
+TEST(StylePens, GradientDirectionFollowsAngles) {
+  TQyGradientSettings gradient(nullptr);
+  const QRectF r(0, 0, 100, 40);
+  auto line = [&](float angle) {
+    const auto* g = static_cast<const QLinearGradient*>(gradient.GetBrush(r, angle).gradient());
+    return QLineF(g->start(), g->finalStop());
+  };
+  // Horizontal across the width (inflated by one pixel each side), then turned by LinearAngle
+  // plus the angle argument: 90 runs downwards over the height.
+  EXPECT_NEAR(line(0).p1().x(), -1, 1e-9);
+  EXPECT_NEAR(line(0).p2().x(), 101, 1e-9);
+  gradient.SetLinearAngle(45);
+  const QLineF down = line(45);
+  EXPECT_NEAR(down.p1().y(), -1, 1e-9);
+  EXPECT_NEAR(down.p2().y(), 41, 1e-9);
+  EXPECT_NEAR(down.p1().x(), 50, 1e-9);
+}
+
+TEST(StyleBrushes, AreaBrushByStyleOrGradient) {
+  TQyAreaSettings area(nullptr);
+  EXPECT_TRUE(area.Solid());
+  EXPECT_EQ(area.GetBrush(QRectF(0, 0, 10, 10)).color(), QColor(0xD3, 0xD3, 0xD3));
+  area.SetAreaStyle(TQyAreaStyle::DiagonalCross);
+  EXPECT_FALSE(area.Solid());
+  EXPECT_EQ(area.GetBrush(QRectF(0, 0, 10, 10)).style(), Qt::TexturePattern);
+  area.GetGradient()->SetVisible(true);
+  area.GetGradient()->SetStyle(TQyGradientStyle::Radial);
+  EXPECT_EQ(area.GetBrush(QRectF(0, 0, 10, 10)).style(), Qt::RadialGradientPattern);
+}
+
+TEST(StyleArrows, CapOutlineInLineWidths) {
+  TQyAxisArrowPoint point(nullptr);
+  const QPolygonF poly = ArrowPointCap(point).toFillPolygon();
+  // (h, -L), (0, 0), (-h, -L), (0, -I), closed; defaults L 7, I 5, h 3.
+  ASSERT_GE(poly.size(), 4);
+  EXPECT_EQ(poly[0], QPointF(3, -7));
+  EXPECT_EQ(poly[1], QPointF(0, 0));
+  EXPECT_EQ(poly[2], QPointF(-3, -7));
+  EXPECT_EQ(poly[3], QPointF(0, -5));
+  TQyArrowSettings arrow(nullptr);
+  EXPECT_EQ(ArrowPointCap(arrow).boundingRect(), QRectF(-2, -5, 4, 5));
+}
