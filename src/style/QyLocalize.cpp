@@ -1,4 +1,6 @@
 #include "QyLocalize.h"
+#include "QyExceptions.h"
+#include "QyTextFormat.h"
 
 QString QyText(const char* id) { return QString::fromUtf8(id); }
 
@@ -19,6 +21,12 @@ QString FormatOne(QChar kind, int width, int precision, const QVariant& v) {
 
 QString QyFormatMessage(const char* id, std::initializer_list<QVariant> args) {
   const QString fmt = QyText(id);
+  try {
+    return Format(fmt, args); // the runtime's Format (QyTextFormat)
+  } catch (const EConvertError&) {
+    // An argument of another kind than its directive asks for: format leniently below, so that
+    // building an error message never raises by itself.
+  }
   QString out;
   auto arg = args.begin();
   for (qsizetype i = 0; i < fmt.size(); ++i) {

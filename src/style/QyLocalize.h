@@ -134,6 +134,11 @@ inline constexpr char StyleAxisArrowPointHeight[] = "Axis arrow tip point height
 // ---- Expressions (the expression subsystem adds here)
 
 // ---- Text and time helpers (the text subsystem adds here)
+inline constexpr char InvalidFloat[] = "'%s' is not a valid floating point value";
+inline constexpr char InvalidInteger[] = "'%s' is not a valid integer value";
+inline constexpr char InvalidFormat[] = "Format '%s' invalid or incompatible with argument";
+inline constexpr char ArgumentMissing[] = "No argument for format '%s'";
+inline constexpr char InvalidFloatOperation[] = "Invalid floating point operation";
 } // namespace QyRes
 
 // The text of a table entry (the translation hook).
