@@ -97,6 +97,7 @@ inline constexpr char SeriesYData[] = "Series Y-data reference";
 inline constexpr char SeriesLayer[] = "Series drawing order";
 inline constexpr char SeriesVarName[] = "Internal name of the series";
 inline constexpr char SeriesVarCaption[] = "Caption of the series e.g. used in legends";
+inline constexpr char IndexerSetValue[] = "TQyIndexer is not supposed to set values!";
 
 // ---- Style objects, colours, drawing
 inline constexpr char StyleNotAnInteger[] = "'%s' is not a valid integer value";
@@ -132,6 +133,42 @@ inline constexpr char StyleAxisArrowInnerLength[] = "Axis arrow tip point inner 
 inline constexpr char StyleAxisArrowPointHeight[] = "Axis arrow tip point height";
 
 // ---- Expressions (the expression subsystem adds here)
+inline constexpr char ExprClosingBracketsMissing[] = "%u closing brackets missing";
+inline constexpr char ExprOpeningBracketsMissing[] = "%u opening brackets missing";
+inline constexpr char ExprParsingError[] = "Parsing error in function:\r%s";
+inline constexpr char ExprNoValidExpression[] = "No valid expression defined";
+inline constexpr char ExprFloatZeroDivide[] = "Floating point division by zero";
+inline constexpr char ExprFloatInvalidOp[] = "Invalid floating point operation";
+inline constexpr char ExprFloatOverflow[] = "Floating point overflow";
+inline constexpr char ExprPiHelp[] = "Circle number, approximately 3.14159";
+inline constexpr char ExprEHelp[] = "Base of natural logarithm, approximately 2.718282";
+inline constexpr char ExprRandomHelp[] = "Returns a random number within the range 0 <= X < 1";
+inline constexpr char ExprAbsHelp[] = "Absolute positive value";
+inline constexpr char ExprArcCosHelp[] = "Reciprocal of cosine";
+inline constexpr char ExprArcCoshHelp[] = "Reciprocal of hyperbolic cosine";
+inline constexpr char ExprArcSinHelp[] = "Reciprocal of Sine";
+inline constexpr char ExprArcSinhHelp[] = "Reciprocal of hyperbolic sine";
+inline constexpr char ExprArcTanHelp[] = "Reciprocal of tangent";
+inline constexpr char ExprArcTanhHelp[] = "Reciprocal of hyperbolic tangent";
+inline constexpr char ExprCeilHelp[] = "The smallest integer greater than or equal to its argument";
+inline constexpr char ExprCosHelp[] = "Cosine";
+inline constexpr char ExprCoshHelp[] = "Hyperbolic cosine";
+inline constexpr char ExprCotanHelp[] = "Cotangent";
+inline constexpr char ExprDegToRadHelp[] = "Convert angle degrees to radiant"; // RadToDeg shares it
+inline constexpr char ExprExpHelp[] = "e (the base of natural logarithms) raised to a power";
+inline constexpr char ExprFloorHelp[] = "The largest integer that is not greater than the argument";
+inline constexpr char ExprFracHelp[] = "The fractional part of a real number";
+inline constexpr char ExprIntHelp[] = "The integer portion of a real number";
+inline constexpr char ExprLnHelp[] = "The natural logarithm of a number";
+inline constexpr char ExprLg10Help[] = "The logarithm base 10 of a number"; // Lg shares it
+inline constexpr char ExprLg2Help[] = "The logarithm base 2 of a number";
+inline constexpr char ExprRoundHelp[] = "Returns an integer closest in value to the argument";
+inline constexpr char ExprSinHelp[] = "Sine";
+inline constexpr char ExprSinhHelp[] = "Hyperbolic sine";
+inline constexpr char ExprSqrtHelp[] = "Square root";
+inline constexpr char ExprSqrHelp[] = "Square";
+inline constexpr char ExprTanHelp[] = "Tangent";
+inline constexpr char ExprTanhHelp[] = "Hyperbolic tangent";
 
 // ---- Text and time helpers (the text subsystem adds here)
 inline constexpr char InvalidFloat[] = "'%s' is not a valid floating point value";

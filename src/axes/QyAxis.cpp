@@ -1,0 +1,300 @@
+#include "QyAxis.h"
+#include "QyGraph2D.h"
+#include "QyRounding.h"
+#include "QySeries.h"
+#include "QyStyles.h"
+#include <QEvent>
+#include <QResizeEvent>
+#include <cmath>
+
+bool LayoutInProgress = false;
+
+TQyAxis::TQyAxis(QWidget* parent) : QWidget(parent) {
+  auto modified = [this] { Modified(); };
+  FCaptionObject = std::make_unique<TQyRichCaptionObject>(modified);
+  FExtraExponentCaption = std::make_unique<TQyRichCaptionObject>(modified);
+  FFont = FExtraExponentCaption->Font();
+  FFont->SetName("Arial");
+  FFont->SetSize(12);
+  FFont->SetStyle(TQyFontStyle::Bold);
+  FFont->SetFillColor(0xFF00008Bu);
+  FCaptionFont = FCaptionObject->Font();
+  FCaptionFont->SetName("Times New Roman");
+  FCaptionFont->SetSize(14);
+  FCaptionFont->SetStyle(TQyFontStyle::Bold);
+  FCaptionFont->SetFillColor(FCaptionColor);
+  FArrowPoint = new TQyAxisArrowPoint(modified, this);
+  setAttribute(Qt::WA_TransparentForMouseEvents, false);
+  resize(400, 20);
+}
+
+TQyAxis::~TQyAxis() {
+  FDestroying = true;
+  for (const auto& s : FSeries)
+    if (s) {
+      if (s->GetXAxis() == this) s->SetXAxis(nullptr);
+      if (s->GetYAxis() == this) s->SetYAxis(nullptr);
+    }
+}
+
+TQyGraph2D* TQyAxis::Graph() const { return qobject_cast<TQyGraph2D*>(parentWidget()); }
+
+QString TQyAxis::ToString() const { return FCaption.isEmpty() ? objectName() : FCaption; }
+
+// ---- mapping ----------------------------------------------------------------------------------
+
+float TQyAxis::NumberToWorld(double value) const {
+  const bool forward = GetHorizontal() != FTwisted;
+  const float base = GetHorizontal() ? FOriginX : FOriginY;
+  double d;
+  if (FLogActive)
+    d = value > 0 ? (std::log10(value) - FLogStart) / FScale : -100;
+  else
+    d = (value - FStart) / FScale; // date-time spans are plain differences of day numbers
+  float r;
+  if (d > -100000 && d < 100000)
+    r = forward ? float(d) : FAxisLength - float(d);
+  else if (forward)
+    r = d < 0 ? -100000.0f : 100000.0f;
+  else
+    r = d < 0 ? 100000.0f : -100000.0f; // NaN lands here too, far outside
+  return base + r;
+}
+
+double TQyAxis::WorldToNumber(float pixel) const {
+  const bool forward = GetHorizontal() != FTwisted;
+  const float p = pixel - (GetHorizontal() ? FOriginX : FOriginY);
+  const double along = forward ? p : FAxisLength - p;
+  if (FLogActive) return std::pow(10.0, along * FScale + FLogStart);
+  return along * FScale + FStart;
+}
+
+// ---- flags ------------------------------------------------------------------------------------
+
+void TQyAxis::Modified() {
+  FNeedsCalc = true;
+  FEndsRounded = false;
+  DoInvalidate();
+}
+
+void TQyAxis::DoInvalidate() {
+  if (parentWidget()) parentWidget()->update();
+}
+
+void TQyAxis::CheckResize() {
+  if (LayoutInProgress) return;
+  if (FStartEnd == TQyAxisEnd::AutoRange) FStart = FLastStart;
+  if (FStopEnd == TQyAxisEnd::AutoRange) FStop = FLastStop;
+  Modified();
+}
+
+void TQyAxis::resizeEvent(QResizeEvent* e) {
+  QWidget::resizeEvent(e);
+}
+
+void TQyAxis::changeEvent(QEvent* e) {
+  QWidget::changeEvent(e);
+  if (e->type() == QEvent::ParentChange) {
+    if (auto* g = Graph()) {
+      if (!UndoRecorder()) SetUndoStack(g->UndoRecorder());
+      g->TestPrimaryAxis();
+    }
+    Modified();
+  }
+}
+
+void TQyAxis::SetUndoStack(TQyUndoRecorder* recorder) {
+  SetUndoRecorder(recorder);
+  FFont->SetUndoStack(recorder);
+  FCaptionFont->SetUndoStack(recorder);
+  FArrowPoint->SetUndoStack(recorder);
+}
+
+// ---- series -----------------------------------------------------------------------------------
+
+void TQyAxis::AddSeries(TQySeries* series) {
+  if (series && !FSeries.contains(series)) FSeries.append(series);
+}
+
+void TQyAxis::RemoveSeries(TQySeries* series) { FSeries.removeAll(series); }
+
+QList<TQySeries*> TQyAxis::Series() const {
+  QList<TQySeries*> out;
+  for (const auto& s : FSeries)
+    if (s) out.append(s);
+  return out;
+}
+
+// ---- setters with more to do ------------------------------------------------------------------
+
+void TQyAxis::SetCaption(QString value) {
+  QyAssign(this, UndoRecorder(), FCaption, value, QyRes::AxisCaption, "Caption", [this] {
+    FCaptionObject->SetCaption(FCaption);
+    Modified();
+  });
+}
+
+void TQyAxis::SetRubricsAngle(float value) {
+  value = std::fmod(value, 360.0f);
+  if (value < 0) value += 360.0f;
+  QyAssign(this, UndoRecorder(), FRubricsAngle, value, QyRes::AxisRubricsAngle, "RubricsAngle", [this] {
+    const double rad = FRubricsAngle * M_PI / 180.0;
+    FSinAngle = float(std::fabs(std::sin(rad)));
+    FCosAngle = float(std::fabs(std::cos(rad)));
+    Modified();
+  });
+}
+
+void TQyAxis::SetScaling(TQyAxisScaling value) {
+  QyAssign(this, UndoRecorder(), FScaling, value, QyRes::AxisScaling, "Scaling", [this] {
+    FLogActive = FScaling == TQyAxisScaling::Log || FScaling == TQyAxisScaling::LogEE;
+    if (FScaling >= TQyAxisScaling::Seconds) FAutoTickParts = true;
+    Modified();
+  });
+}
+
+void TQyAxis::SetLogToNormalScalingLevel(double value) {
+  if (value < 0) value = 0;
+  QyAssign(this, UndoRecorder(), FLogToNormalScalingLevel, value, QyRes::AxisLogToNormal,
+           "LogToNormalScalingLevel", [this] {
+             if (FScaling == TQyAxisScaling::Log || FScaling == TQyAxisScaling::LogEE) Modified();
+           });
+}
+
+void TQyAxis::SetRubrics(QStringList value) {
+  QyAssign(this, UndoRecorder(), FRubrics, value, QyRes::AxisRubrics, "Rubrics", [this] { Modified(); });
+}
+
+void TQyAxis::SetPosition(TQyAxisPosition value) {
+  QyAssign(this, UndoRecorder(), FPosition, value, QyRes::AxisPosition, "Position", [this] { Modified(); });
+}
+
+void TQyAxis::SetAutoTickParts(bool value) {
+  if (FScaling >= TQyAxisScaling::Seconds) return; // time and rubric scales choose their own parts
+  QyAssign(this, UndoRecorder(), FAutoTickParts, value, QyRes::AxisAutoTickParts, "AutoTickParts",
+           [this] { Modified(); });
+}
+
+void TQyAxis::SetLabelDistanceFactor(float value) {
+  value = std::clamp(value, 0.1f, 10.0f);
+  QyAssign(this, UndoRecorder(), FLabelDistanceFactor, value, QyRes::AxisLabelDistanceFactor,
+           "LabelDistanceFactor", [this] { Modified(); });
+}
+
+#define QY_AXIS_PART_SETTER(Name)                                                                  \
+  void TQyAxis::Set##Name(double value) {                                                          \
+    if (FAutoTickParts) return;                                                                    \
+    value = value == 0 ? 0.001 : std::fabs(value);                                                 \
+    QyAssign(this, UndoRecorder(), F##Name, value, QyRes::Axis##Name, #Name, [this] { Modified(); }); \
+  }
+QY_AXIS_PART_SETTER(LabelPart)
+QY_AXIS_PART_SETTER(MajorTickPart)
+QY_AXIS_PART_SETTER(TickPart)
+#undef QY_AXIS_PART_SETTER
+
+void TQyAxis::SetMajorThickThicknes(float value) {
+  QyAssign(this, UndoRecorder(), FMajorTickThicknes, value, QyRes::AxisMajorTickThicknes,
+           "MajorTickThicknes", [this] { Modified(); });
+}
+
+void TQyAxis::SetStart(double value) {
+  QyAssign(this, UndoRecorder(), FStart, value, QyRes::AxisStart, "Start", [this] {
+    FSetStart = FLastStart = FStart;
+    Modified();
+  });
+}
+
+void TQyAxis::SetStop(double value) {
+  QyAssign(this, UndoRecorder(), FStop, value, QyRes::AxisStop, "Stop", [this] {
+    FSetStop = FLastStop = FStop;
+    Modified();
+  });
+}
+
+void TQyAxis::SetStartEnd(TQyAxisEnd value) {
+  if (value == TQyAxisEnd::MovingSlit) value = TQyAxisEnd::Fixed; // only the stop end moves
+  QyAssign(this, UndoRecorder(), FStartEnd, value, QyRes::AxisStartEnd, "StartEnd", [this] { RangeModified(); });
+}
+
+void TQyAxis::SetStopEnd(TQyAxisEnd value) {
+  QyAssign(this, UndoRecorder(), FStopEnd, value, QyRes::AxisStopEnd, "StopEnd", [this] {
+    if (FStopEnd == TQyAxisEnd::MovingSlit) FStartEnd = TQyAxisEnd::Fixed;
+    RangeModified();
+  });
+}
+
+void TQyAxis::SetStartPadding(double value) {
+  if (value > 0 && value != FStartPadding) { FStartPadding = value; Modified(); }
+}
+
+void TQyAxis::SetStopPadding(double value) {
+  if (value > 0 && value != FStopPadding) { FStopPadding = value; Modified(); }
+}
+
+void TQyAxis::SetMaxForExtraExponent(double value) {
+  QyAssign(this, UndoRecorder(), FMaxForExtraExponent, std::fabs(value), QyRes::AxisMaxForExtraExponent,
+           "MaxForExtraExponent", [this] { Modified(); });
+}
+
+void TQyAxis::SetMinForExtraExponent(double value) {
+  QyAssign(this, UndoRecorder(), FMinForExtraExponent, std::fabs(value), QyRes::AxisMinForExtraExponent,
+           "MinForExtraExponent", [this] { Modified(); });
+}
+
+// The two aliases read the caption distances crosswise by position.
+float& TQyAxis::CaptionDistance(bool numbersSide) {
+  const bool bottomOrRight = FPosition == TQyAxisPosition::Bottom || FPosition == TQyAxisPosition::Right;
+  return numbersSide == bottomOrRight ? FCaptionDistanceBefore : FCaptionDistanceAfter;
+}
+
+float TQyAxis::GetDistanceNumbersCaption() const {
+  return const_cast<TQyAxis*>(this)->CaptionDistance(true);
+}
+
+float TQyAxis::GetDistanceToBorder() const {
+  return const_cast<TQyAxis*>(this)->CaptionDistance(false);
+}
+
+void TQyAxis::SetDistanceNumbersCaption(float value) {
+  QyAssign(this, UndoRecorder(), CaptionDistance(true), value, QyRes::AxisDistanceNumbersCaption,
+           "DistanceNumbersCaption", [this] { Modified(); });
+}
+
+void TQyAxis::SetDistanceToBorder(float value) {
+  QyAssign(this, UndoRecorder(), CaptionDistance(false), value, QyRes::AxisDistanceToBorder,
+           "DistanceToBorder", [this] { Modified(); });
+}
+
+void TQyAxis::SetMasterAxis(TQyAxis* value) {
+  TQyAxis* current = FMasterAxis;
+  if (current == value || value == this) return;
+  QyRecordChange(UndoRecorder(), this, QyRes::AxisMasterAxis, "MasterAxis");
+  FMasterAxis = value;
+  Modified();
+}
+
+void TQyAxis::SetAutoSize(bool value) {
+  FAutoSize = value;
+  Modified();
+}
+
+void TQyAxis::SetVisible(bool visible) {
+  if (visible == FVisible) return;
+  QyRecordChange(UndoRecorder(), this, QyRes::AxisVisible, "Visible");
+  FVisible = visible;
+  QWidget::setVisible(visible);
+  if (auto* g = Graph()) g->TestPrimaryAxis();
+  Modified();
+}
+
+void TQyAxis::SetStartStop(double start, double stop) {
+  FStart = FLastStart = start;
+  FStop = FLastStop = stop;
+  Modified();
+}
+
+void TQyAxis::ZoomClearBuffer() {
+  FZoomStarts.clear();
+  FZoomStops.clear();
+  FZoomStage = 0;
+}

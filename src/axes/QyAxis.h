@@ -1,0 +1,238 @@
+#pragma once
+// An axis: one numeric range mapped to a pixel interval, its ticks and labels, and the layout pass
+// that places all axes, margins and the data area of a graph.
+#include "QyLocalize.h"
+#include "QyStyles.h"
+#include "QyPlainVectors.h"
+#include "QyProperty.h"
+#include "QyRichLabel.h"
+#include "QyTypes.h"
+#include <QList>
+#include <QPointer>
+#include <QStringList>
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class TQySeries;
+class TQyGraph2D;
+class TQyAxisArrowPoint;
+class TQyDoubleVector;
+
+namespace QyAxis {
+Q_NAMESPACE
+enum class TQyAxisPosition { Bottom, Left, Top, Right };
+Q_ENUM_NS(TQyAxisPosition)
+enum class TQyAxisScaling { Normal, Log, LogEE, Seconds, DateTime, Rubrics };
+Q_ENUM_NS(TQyAxisScaling)
+enum class TQyAxisEnd { AutoRange, FirstSet, Fixed, MovingSlit };
+Q_ENUM_NS(TQyAxisEnd)
+enum class TQyAxisEndRounding {
+  RndToMajorZoomToMinor, RndToMajorZoomToNothing, RndToMajor, RndToMinorZoomToNothing, RndToMinor,
+  RndNothing
+};
+Q_ENUM_NS(TQyAxisEndRounding)
+enum class TQyMajorGridMode { AtLabel, AtMajorTick };
+Q_ENUM_NS(TQyMajorGridMode)
+enum class TQyDtRegion { Year, Month, Day, Hour, Minute, Second, MilliSecond };
+Q_ENUM_NS(TQyDtRegion)
+} // namespace QyAxis
+using QyAxis::TQyAxisEnd;
+using QyAxis::TQyAxisEndRounding;
+using QyAxis::TQyAxisPosition;
+using QyAxis::TQyAxisScaling;
+using QyAxis::TQyDtRegion;
+using QyAxis::TQyMajorGridMode;
+
+// The label text of a tick may be replaced by the application.
+using TQyScaleLabelEventHandler = std::function<void(class TQyAxis* sender, double value, QString& label)>;
+using TQyNotifyEvent = std::function<void(QObject* sender)>;
+
+// True while a layout pass runs (guards CheckResize against the resizes the pass itself causes).
+extern bool LayoutInProgress;
+
+class TQyAxis : public QWidget, public TQyRecording {
+  Q_OBJECT
+  QY_PROPERTY_CUSTOM(QString, Caption);
+  QY_PROPERTY(QyTypes::TAlignment, CaptionAlignment, QyRes::AxisCaptionAlignment, Modified()) = TAlignment::Center;
+  QY_PROPERTY(TQyColor, CaptionColor, QyRes::AxisCaptionColor, DoInvalidate()) = 0xFF8B0000u;
+  QY_PROPERTY(float, CaptionDistanceAfter, QyRes::AxisCaptionDistanceAfter, Modified()) = 0;
+  QY_PROPERTY(float, CaptionDistanceBefore, QyRes::AxisCaptionDistanceBefore, Modified()) = 0;
+  QY_PROPERTY(bool, CaptionVisible, QyRes::AxisCaptionVisible, Modified()) = true;
+  QY_PROPERTY(bool, CaptionHorizontalOnVerticalAxis, QyRes::AxisCaptionHorizontal, Modified()) = false;
+  QY_PROPERTY(int, ExtraDigits, QyRes::AxisExtraDigits, Modified()) = 0;
+  QY_PROPERTY(TQyColor, ForeColor, QyRes::AxisForeColor, DoInvalidate()) = 0xFF000000u;
+  QY_PROPERTY(TQyColor, NumbersColor, QyRes::AxisNumbersColor, DoInvalidate()) = 0xFF00008Bu;
+  QY_PROPERTY_CUSTOM(float, RubricsAngle) = 0;
+  QY_PROPERTY_CUSTOM(QyAxis::TQyAxisScaling, Scaling) = TQyAxisScaling::Normal;
+  QY_PROPERTY_CUSTOM(double, LogToNormalScalingLevel) = 0;
+  QY_PROPERTY(double, MovingSlitWidth, QyRes::AxisMovingSlitWidth, Modified()) = 0;
+  QY_PROPERTY(double, MovingSlitIncrement, QyRes::AxisMovingSlitIncrement, Modified()) = 0;
+  QY_PROPERTY_CUSTOM(QStringList, Rubrics);
+  QY_PROPERTY(bool, NumbersVisible, QyRes::AxisNumbersVisible, Modified()) = true;
+  QY_PROPERTY_CUSTOM(QyAxis::TQyAxisPosition, Position) = TQyAxisPosition::Bottom;
+  QY_PROPERTY_CUSTOM(bool, AutoTickParts) = true;
+  QY_PROPERTY_CUSTOM(float, LabelDistanceFactor) = 1.0f;
+  QY_PROPERTY_CUSTOM(double, LabelPart) = 0;
+  QY_PROPERTY_CUSTOM(double, MajorTickPart) = 0;
+  QY_PROPERTY_CUSTOM(double, TickPart) = 0;
+  QY_PROPERTY(QyAxis::TQyMajorGridMode, MajorGridMode, QyRes::AxisMajorGridMode, Modified()) = TQyMajorGridMode::AtLabel;
+  QY_PROPERTY(float, AxisThicknes, QyRes::AxisThicknes, Modified()) = 1.0f;
+  QY_PROPERTY(float, TickThicknes, QyRes::AxisTickThicknes, Modified()) = 1.0f;
+  QY_PROPERTY(float, TickLength, QyRes::AxisTickLength, Modified()) = 6.0f;
+  QY_PROPERTY(float, MajorTickLength, QyRes::AxisMajorTickLength, Modified()) = 10.0f;
+  QY_PROPERTY(TQyColor, MajorTickColor, QyRes::AxisMajorTickColor, DoInvalidate()) = 0xFF000000u;
+  QY_PROPERTY(TQyColor, TickColor, QyRes::AxisTickColor, DoInvalidate()) = 0xFF000000u;
+  QY_PROPERTY(bool, TicksPointToData, QyRes::AxisTicksPointToData, Modified()) = false;
+  QY_PROPERTY(bool, Twisted, QyRes::AxisTwisted, Modified()) = false;
+  QY_PROPERTY(bool, IsSlaveAxis, QyRes::AxisIsSlave, Modified()) = false;
+  QY_PROPERTY(double, SlaveSlope, QyRes::AxisSlaveSlope, Modified()) = 1.0;
+  QY_PROPERTY(double, SlaveOffset, QyRes::AxisSlaveOffset, Modified()) = 0.0;
+  QY_PROPERTY_CUSTOM(double, Start) = 0.0;
+  QY_PROPERTY_CUSTOM(double, Stop) = 10.0;
+  QY_PROPERTY_CUSTOM(QyAxis::TQyAxisEnd, StartEnd) = TQyAxisEnd::AutoRange;
+  QY_PROPERTY_CUSTOM(QyAxis::TQyAxisEnd, StopEnd) = TQyAxisEnd::AutoRange;
+  QY_PROPERTY_CUSTOM(double, StartPadding) = 0;
+  QY_PROPERTY_CUSTOM(double, StopPadding) = 0;
+  QY_PROPERTY(QyAxis::TQyAxisEndRounding, EndRounding, QyRes::AxisEndRounding, Modified()) = TQyAxisEndRounding::RndToMajorZoomToMinor;
+  QY_PROPERTY_CUSTOM(double, MaxForExtraExponent) = 1000.0;
+  QY_PROPERTY_CUSTOM(double, MinForExtraExponent) = 0.001;
+  QY_PROPERTY(float, DistanceValuesAxis, QyRes::AxisDistanceValuesAxis, Modified()) = 0;
+  QY_PROPERTY(float, DistanceAxisLabels, QyRes::AxisDistanceAxisLabels, Modified()) = 0;
+  QY_PROPERTY(float, DistanceAxisExtraExponent, QyRes::AxisDistanceExtraExponent, Modified()) = 10.0f;
+  QY_PROPERTY_OBJECT(TQyFont, Font);
+  QY_PROPERTY_OBJECT(TQyFont, CaptionFont);
+  QY_PROPERTY_OBJECT(TQyAxisArrowPoint, ArrowPoint);
+  Q_PROPERTY(float MajorTickThicknes READ GetMajorTickThicknes WRITE SetMajorThickThicknes)
+  Q_PROPERTY(float DistanceNumbersCaption READ GetDistanceNumbersCaption WRITE SetDistanceNumbersCaption)
+  Q_PROPERTY(float DistanceToBorder READ GetDistanceToBorder WRITE SetDistanceToBorder)
+  Q_PROPERTY(TQyAxis* MasterAxis READ GetMasterAxis WRITE SetMasterAxis)
+  Q_PROPERTY(bool AutoSize READ GetAutoSize WRITE SetAutoSize)
+  Q_PROPERTY(bool Visible READ GetVisible WRITE SetVisible)
+
+public:
+  explicit TQyAxis(QWidget* parent = nullptr);
+  ~TQyAxis() override;
+
+  // ---- mapping
+  float NumberToWorld(double value) const;
+  double WorldToNumber(float pixel) const;
+  bool GetHorizontal() const { return FPosition == TQyAxisPosition::Bottom || FPosition == TQyAxisPosition::Top; }
+  bool LogActive() const { return FLogActive; }
+
+  // ---- layout, ranges, ticks
+  void Calculate();
+  void CalculateTicks();
+  void Modified();
+  void DoInvalidate();
+  void RangeModified();
+  void GetNewRanges();
+  void RoundEnds(double& start, double& stop);
+  bool GetIsClipped() const;
+  void CheckResize();
+  void SetStartStop(double start, double stop);
+  double MajorIncrement() const;
+  double MinorIncrement() const;
+  bool NeedsCalc() const { return FNeedsCalc; }
+
+  // ---- drawing
+  void PaintGr(QPainter* graphics);
+
+  // ---- zoom history (kept minimal until zooming lands)
+  int GetCurrentZoomStage() const { return FZoomStage; }
+  void ZoomClearBuffer();
+
+  // ---- series on this axis
+  void AddSeries(TQySeries* series);
+  void RemoveSeries(TQySeries* series);
+  QList<TQySeries*> Series() const;
+
+  // ---- property accessors written out
+  float GetMajorTickThicknes() const { return FMajorTickThicknes; }
+  void SetMajorThickThicknes(float value);
+  float GetDistanceNumbersCaption() const;
+  void SetDistanceNumbersCaption(float value);
+  float GetDistanceToBorder() const;
+  void SetDistanceToBorder(float value);
+  TQyAxis* GetMasterAxis() const { return FMasterAxis; }
+  void SetMasterAxis(TQyAxis* value);
+  bool GetAutoSize() const { return FAutoSize; }
+  void SetAutoSize(bool value);
+  bool GetVisible() const { return FVisible; }
+  void SetVisible(bool visible);
+  void SetUndoStack(TQyUndoRecorder* recorder);
+  QString ToString() const;
+
+  // ---- state read by the graph, series and tests
+  float AxisLength() const { return FAxisLength; }
+  float OriginX() const { return FOriginX; }
+  float OriginY() const { return FOriginY; }
+  double Scale() const { return FScale; }
+  double DataMin() const { return FDataMin; }
+  double DataMax() const { return FDataMax; }
+  const TQySingleVector& TickPositions() const { return FTickPositions; }
+  const TQyBooleanVector& MajorFlags() const { return FMajorFlags; }
+  const TQyBooleanVector& GridFlags() const { return FGridFlags; }
+  int LabelCount() const { return int(FTickLabels.size()); }
+  const TQyRichCaptionObject& Label(int i) const;
+  TQyRichCaptionObject* CaptionObject() const { return FCaptionObject.get(); }
+  TQyGraph2D* Graph() const;
+
+  TQyScaleLabelEventHandler OnGetScaleLabel;
+  TQyNotifyEvent OnGetTicks;
+  TQyNotifyEvent OnCalculated;
+
+protected:
+  void paintEvent(QPaintEvent*) override {} // the graph draws its axes
+  void resizeEvent(QResizeEvent* e) override;
+  void changeEvent(QEvent* e) override;
+
+private:
+  friend class TQyAxisLayout;
+  friend class TQyAxisPainter;
+  void ParseCaption();
+  void PaintCaption(QPainter* graphics);
+  void AddLabel(double value, float pixel);
+  void ClearTicks();
+  QString LabelText(double value) const;
+  float LabelExtentAcross() const;
+  float CaptionExtentAcross() const;
+  bool ArrowAtStop() const { return !FTwisted; }
+  float& CaptionDistance(bool numbersSide);
+
+  float FMajorTickThicknes = 1.0f;
+  bool FVisible = true;
+  bool FAutoSize = true;
+  QPointer<TQyAxis> FMasterAxis;
+
+  float FAxisLength = 400;
+  float FOriginX = 0, FOriginY = 0;
+  double FScale = 1.0;
+  bool FLogActive = false;
+  double FLogStart = 0, FLogStop = 1;
+  int FRangeExponent = 0;
+  int FLabelExponent = 0;
+  int FDigits = 0;
+  bool FExtraExponentOn = false;
+  bool FNeedsCalc = true;
+  bool FEndsRounded = false;
+  bool FRangeChanged = false;
+  double FSetStart = 0, FSetStop = 10;
+  double FLastStart = 0, FLastStop = 10;
+  double FDataMin = 1.7976931348623157e308, FDataMax = -1.7976931348623157e308;
+  TQySingleVector FTickPositions;
+  TQyBooleanVector FMajorFlags{20}, FGridFlags{20};
+  std::vector<std::unique_ptr<TQyRichCaptionObject>> FTickLabels;
+  std::unique_ptr<TQyRichCaptionObject> FCaptionObject;
+  std::unique_ptr<TQyRichCaptionObject> FExtraExponentCaption;
+  float FSinAngle = 0, FCosAngle = 1;
+  float FFontSize = 20;
+  float FMaxLabelWidth = 0, FMaxLabelHeight = 0;
+  double FLabelPartitions[3] = {1.0, 0.5, 0.2};
+  double FMajorPartitions[3] = {0.5, 0.5, 0.1};
+  double FMinorPartitions[3] = {0.1, 0.1, 0.02};
+  std::vector<double> FZoomStarts, FZoomStops;
+  int FZoomStage = 0;
+  QList<QPointer<TQySeries>> FSeries;
+};

@@ -1,0 +1,365 @@
+// The layout pass: any axis starts it, and it places every axis of the parent, the margins and the
+// data area of the graph, in one sweep.
+#include "QyAxis.h"
+#include "QyGraph2D.h"
+#include "QyRounding.h"
+#include "QySeries.h"
+#include "QyStyles.h"
+#include <cmath>
+
+namespace {
+constexpr float MinAxisLength = 40;
+
+struct Margins {
+  float left = 0, right = 0, top = 0, bottom = 0;
+};
+} // namespace
+
+// One pass over the axes of a parent; holds what the steps hand to each other.
+class TQyAxisLayout {
+public:
+  TQyAxisLayout(TQyAxis* starter) : FStarter(starter), FGraph(starter->Graph()) {
+    QWidget* parent = starter->parentWidget();
+    if (parent)
+      for (QObject* c : parent->children())
+        if (auto* a = qobject_cast<TQyAxis*>(c)) FAxes.append(a);
+    if (FAxes.isEmpty()) FAxes.append(starter);
+    FWidth = parent ? parent->width() : starter->width();
+    FHeight = parent ? parent->height() : starter->height();
+  }
+
+  void Run();
+
+private:
+  bool Begin();
+  void FirstRound();
+  void StartMargins();
+  void AxisBands();
+  void PlaceInControl(TQyAxis* a, float s);
+  void CommonMargins();
+  void FinalLengths();
+  void ZeroOriginLengths(TQyAxis* x, TQyAxis* y);
+  void DataArea();
+  void Finish();
+  // The part of the end labels, series margins and arrow that reach past each end of an axis.
+  void Overhangs(TQyAxis* a, float& atStart, float& atStop) const;
+  static void SetLength(TQyAxis* a, float length) { a->FAxisLength = std::max(length, MinAxisLength); }
+  static float Band(TQyAxis* a);
+  bool TakesMargin(TQyAxis* a) const;
+
+  TQyAxis* FStarter;
+  TQyGraph2D* FGraph;
+  QList<TQyAxis*> FAxes;
+  int FWidth, FHeight;
+  Margins FM;
+  TQyAxis *FKeepLeft = nullptr, *FKeepRight = nullptr, *FKeepTop = nullptr, *FKeepBottom = nullptr;
+};
+
+void TQyAxis::Calculate() { TQyAxisLayout(this).Run(); }
+
+void TQyAxisLayout::Run() {
+  if (!Begin()) return;
+  FirstRound();
+  StartMargins();
+  AxisBands();
+  CommonMargins();
+  FinalLengths();
+  DataArea();
+  Finish();
+}
+
+bool TQyAxisLayout::Begin() {
+  FStarter->FFontSize = FStarter->FFont->GetSize();
+  LayoutInProgress = true;
+  if (!FGraph) return true;
+  if (FGraph->GetZeroOrigin()) {
+    if (auto* x = FGraph->GetPrimaryXAxis()) x->FVisible = true, x->QWidget::setVisible(true);
+    if (auto* y = FGraph->GetPrimaryYAxis()) y->FVisible = true, y->QWidget::setVisible(true);
+  }
+  // While the graph is updating the pass leaves at once; the flag stays until the next full pass.
+  return !FGraph->Updating();
+}
+
+void TQyAxisLayout::FirstRound() {
+  for (TQyAxis* a : FAxes) {
+    a->ParseCaption();
+    if (a->FIsSlaveAxis && a->FMasterAxis) {
+      TQyAxis* m = a->FMasterAxis;
+      a->FStart = m->FStart * a->FSlaveSlope + a->FSlaveOffset;
+      a->FStop = m->FStop * a->FSlaveSlope + a->FSlaveOffset;
+      if (a->FStart > a->FStop) std::swap(a->FStart, a->FStop);
+      a->FEndsRounded = false;
+    }
+    if (!a->FEndsRounded) {
+      double start = a->FStart, stop = a->FStop;
+      a->RoundEnds(start, stop);
+      a->FStart = start, a->FStop = stop;
+      a->FEndsRounded = true;
+    }
+    a->FOriginX = a->FOriginY = 0;
+    a->FAxisLength = a->GetHorizontal() ? a->width() : a->height();
+    a->CalculateTicks();
+  }
+}
+
+void TQyAxisLayout::StartMargins() {
+  if (!FGraph) return;
+  FM.left = Ceil(FGraph->GetDistanceBorderAxisLeft());
+  FM.right = Ceil(FGraph->GetDistanceBorderAxisRight());
+  FM.top = Ceil(FGraph->GetDistanceBorderAxisTop());
+  FM.bottom = Ceil(FGraph->GetDistanceBorderAxisBottom());
+  TQyRichCaptionObject* title = FGraph->CaptionObject();
+  if (FGraph->GetCaptionVisible() && !FGraph->GetCaption().isEmpty())
+    FM.top = Ceil(FM.top + title->Height() + FGraph->GetCaptionDistanceBefore() +
+                  FGraph->GetCaptionDistanceAfter());
+  // Legends take their margins here once they exist.
+}
+
+// The thickness of the band an axis needs across its direction.
+float TQyAxisLayout::Band(TQyAxis* a) {
+  float s = a->GetDistanceToBorder() + a->FMajorTickLength + Ceil(a->FAxisThicknes / 2);
+  const float labels = a->LabelExtentAcross();
+  if (labels > 0) s += a->FDistanceAxisLabels + labels;
+  const float caption = a->CaptionExtentAcross();
+  if (caption > 0) s += caption + (labels > 0 ? a->GetDistanceNumbersCaption() : a->FDistanceAxisLabels);
+  if (a->FExtraExponentOn) {
+    const float t = a->FDistanceAxisExtraExponent + a->FMajorTickLength +
+                    a->FExtraExponentCaption->Height() + a->FAxisThicknes;
+    s = std::max(s, t);
+  }
+  return s;
+}
+
+// With the zero origin, the bottom and left axes take a margin only while the other primary axis
+// starts at or above 0 (else they cross the data area).
+bool TQyAxisLayout::TakesMargin(TQyAxis* a) const {
+  if (!FGraph || !FGraph->GetZeroOrigin()) return true;
+  TQyAxis* x = FGraph->GetPrimaryXAxis();
+  TQyAxis* y = FGraph->GetPrimaryYAxis();
+  if (a->FPosition == TQyAxisPosition::Bottom && y) return y->FStart >= 0;
+  if (a->FPosition == TQyAxisPosition::Left && x) return x->FStart >= 0;
+  return true;
+}
+
+void TQyAxisLayout::AxisBands() {
+  for (int i = FAxes.size() - 1; i >= 0; --i) {
+    TQyAxis* a = FAxes[i];
+    if (!a->FAutoSize) continue;
+    const float s = Band(a);
+    const int band = Ceil(s);
+    const bool horizontal = a->GetHorizontal();
+    QRect geo = a->geometry();
+    if (FGraph) geo = horizontal ? QRect(0, geo.y(), FWidth, band) : QRect(geo.x(), 0, band, FHeight);
+    else geo.setSize(horizontal ? QSize(geo.width(), band) : QSize(band, geo.height()));
+    if (FGraph && a->FVisible && TakesMargin(a)) {
+      switch (a->FPosition) {
+      case TQyAxisPosition::Bottom: FM.bottom += band; geo.moveTop(FHeight - int(FM.bottom)); FKeepBottom = a; break;
+      case TQyAxisPosition::Left: geo.moveLeft(int(FM.left)); FM.left += band; FKeepLeft = a; break;
+      case TQyAxisPosition::Top: geo.moveTop(int(FM.top)); FM.top += band; FKeepTop = a; break;
+      case TQyAxisPosition::Right: FM.right += band; geo.moveLeft(FWidth - int(FM.right)); FKeepRight = a; break;
+      }
+    }
+    a->setGeometry(geo);
+    PlaceInControl(a, s);
+  }
+}
+
+void TQyAxisLayout::PlaceInControl(TQyAxis* a, float s) {
+  float atStart, atStop;
+  Overhangs(a, atStart, atStop);
+  const float half = Ceil(a->FAxisThicknes / 2);
+  if (a->GetHorizontal()) {
+    // Along x, the start end lies left unless twisted.
+    const float left = a->FTwisted ? atStop : atStart, right = a->FTwisted ? atStart : atStop;
+    a->FOriginX = left;
+    SetLength(a, a->width() - right - left);
+    if (a->FPosition == TQyAxisPosition::Bottom) {
+      a->FOriginY = a->FTicksPointToData ? a->FMajorTickLength : half;
+      if (a->FOriginY < 1) a->FOriginY = 0;
+    } else {
+      a->FOriginY = a->FTicksPointToData ? a->height() - a->FMajorTickLength : Ceil(a->height() - a->FAxisThicknes / 2);
+    }
+  } else {
+    // Along y, the start end lies at the bottom unless twisted.
+    const float top = a->FTwisted ? atStart : atStop, bottom = a->FTwisted ? atStop : atStart;
+    a->FOriginY = top;
+    SetLength(a, a->height() - bottom - top);
+    if (a->FPosition == TQyAxisPosition::Left)
+      a->FOriginX = a->FTicksPointToData ? a->width() - a->FMajorTickLength : Ceil(s - a->FAxisThicknes / 2);
+    else
+      a->FOriginX = a->FTicksPointToData ? a->FMajorTickLength : half;
+  }
+  a->CalculateTicks();
+  a->FNeedsCalc = false;
+}
+
+void TQyAxisLayout::Overhangs(TQyAxis* a, float& atStart, float& atStop) const {
+  atStart = atStop = 0;
+  const bool horizontal = a->GetHorizontal();
+  if (!a->FTickLabels.empty()) {
+    // Half the extent of a label along the axis, less the distance of its anchor to the end.
+    auto reach = [&](const TQyRichCaptionObject& l) {
+      const float along = horizontal ? l.Width() * a->FCosAngle + l.Height() * a->FSinAngle
+                                     : l.Height() * a->FCosAngle + l.Width() * a->FSinAngle;
+      return along / 2;
+    };
+    const float startEnd = a->NumberToWorld(a->FStart), stopEnd = a->NumberToWorld(a->FStop);
+    const auto& first = *a->FTickLabels.front();
+    const auto& last = *a->FTickLabels.back();
+    const float firstPos = horizontal ? first.X : first.Y, lastPos = horizontal ? last.X : last.Y;
+    atStart = std::max(0.0f, reach(first) - std::fabs(firstPos - startEnd));
+    atStop = std::max(0.0f, reach(last) - std::fabs(stopEnd - lastPos));
+    if (horizontal) (a->FTwisted ? atStart : atStop) += 2; // the right end
+  }
+  if (!a->GetIsClipped()) {
+    // Series ask for room for half a symbol: sides 0 bottom, 1 left, 2 top, 3 right.
+    const int startSide = horizontal ? 1 : 0, stopSide = horizontal ? 3 : 2;
+    for (TQySeries* s : a->Series()) {
+      atStart = std::max(atStart, s->ExtraSpaceAt(startSide));
+      atStop = std::max(atStop, s->ExtraSpaceAt(stopSide));
+    }
+  }
+  if (a->FArrowPoint->GetVisible())
+    (a->ArrowAtStop() ? atStop : atStart) = std::max(a->ArrowAtStop() ? atStop : atStart,
+                                                      3 * a->FArrowPoint->GetPointLength());
+  atStart = Ceil(atStart);
+  atStop = Ceil(atStop);
+}
+
+void TQyAxisLayout::CommonMargins() {
+  if (!FGraph) return;
+  Margins over;
+  for (TQyAxis* a : FAxes) {
+    if (!a->FAutoSize) continue;
+    float atStart, atStop;
+    Overhangs(a, atStart, atStop);
+    if (a->GetHorizontal()) {
+      over.left = std::max(over.left, a->FTwisted ? atStop : atStart);
+      over.right = std::max(over.right, a->FTwisted ? atStart : atStop);
+    } else {
+      over.bottom = std::max(over.bottom, a->FTwisted ? atStop : atStart);
+      over.top = std::max(over.top, a->FTwisted ? atStart : atStop);
+    }
+  }
+  if (FGraph->GetZeroOrigin()) {
+    // An axis that crosses the other's zero keeps no side of the data area.
+    auto crossesZero = [](TQyAxis* a) { return a && !a->FLogActive && a->FStart < 0 && a->FStop > 0; };
+    if (crossesZero(FGraph->GetPrimaryXAxis())) FKeepLeft = FKeepRight = nullptr;
+    if (crossesZero(FGraph->GetPrimaryYAxis())) FKeepTop = FKeepBottom = nullptr;
+  }
+  auto side = [](float& margin, float overhang, TQyAxis* keeper, float linePos) {
+    if (!keeper) margin += overhang;
+    else if (margin >= overhang) margin = Ceil(linePos + keeper->GetDistanceValuesAxis());
+    else margin = overhang;
+  };
+  if (FKeepLeft) side(FM.left, over.left, FKeepLeft, FKeepLeft->x() + FKeepLeft->FOriginX); else FM.left += over.left;
+  if (FKeepTop) side(FM.top, over.top, FKeepTop, FKeepTop->y() + FKeepTop->FOriginY); else FM.top += over.top;
+  if (FKeepRight) side(FM.right, over.right, FKeepRight, FWidth - (FKeepRight->x() + FKeepRight->FOriginX));
+  else FM.right += over.right;
+  if (FKeepBottom) side(FM.bottom, over.bottom, FKeepBottom, FHeight - (FKeepBottom->y() + FKeepBottom->FOriginY));
+  else FM.bottom += over.bottom;
+}
+
+void TQyAxisLayout::FinalLengths() {
+  if (!FGraph) return;
+  TQyAxis* x = FGraph->GetPrimaryXAxis();
+  TQyAxis* y = FGraph->GetPrimaryYAxis();
+  if (FGraph->GetZeroOrigin() && x && y) {
+    ZeroOriginLengths(x, y);
+    return;
+  }
+  for (TQyAxis* a : FAxes) {
+    if (!a->FAutoSize) continue;
+    if (a->GetHorizontal()) {
+      a->FOriginX = FM.left;
+      FM.right = std::max(FM.right, float(Ceil(a->FMajorTickThicknes / 2)));
+      SetLength(a, FWidth - FM.left - FM.right);
+    } else {
+      a->FOriginY = FM.top;
+      FM.top = std::max(FM.top, float(Ceil(a->FMajorTickThicknes / 2)));
+      SetLength(a, FHeight - FM.top - FM.bottom);
+    }
+    a->CalculateTicks();
+  }
+}
+
+namespace {
+// Removes the tick and the label that stand within 0.1 pixel of `pixel` (the first of each).
+void DropTickAt(TQySingleVector& ticks, TQyBooleanVector& major, TQyBooleanVector& grid,
+                std::vector<std::unique_ptr<TQyRichCaptionObject>>& labels, float pixel, bool horizontal) {
+  for (int i = 0; i < ticks.Count(); ++i)
+    if (std::fabs(ticks[i] - pixel) < 0.1f) {
+      ticks.Delete(i), major.Delete(i), grid.Delete(i);
+      break;
+    }
+  for (size_t i = 0; i < labels.size(); ++i)
+    if (std::fabs((horizontal ? labels[i]->X : labels[i]->Y) - pixel) < 0.1f) {
+      labels.erase(labels.begin() + i);
+      break;
+    }
+}
+} // namespace
+
+void TQyAxisLayout::ZeroOriginLengths(TQyAxis* x, TQyAxis* y) {
+  x->FOriginX = FM.left;
+  SetLength(x, FWidth - FM.left - FM.right);
+  x->CalculateTicks();
+  y->FOriginY = FM.top;
+  SetLength(y, FHeight - FM.top - FM.bottom);
+  y->CalculateTicks();
+  auto crosses = [](TQyAxis* a) { return !a->FLogActive && a->FStart < 0 && a->FStop > 0; };
+  const bool xCross = crosses(x), yCross = crosses(y);
+  if (xCross) {
+    y->move(Round(x->NumberToWorld(0) - y->FOriginX), y->y());
+    DropTickAt(y->FTickPositions, y->FMajorFlags, y->FGridFlags, y->FTickLabels, y->NumberToWorld(0), false);
+  } else if (!x->FTickLabels.empty()) {
+    x->FTickLabels.erase(x->FTickLabels.begin());
+  }
+  if (yCross) {
+    x->move(x->x(), Round(y->NumberToWorld(0) - x->FOriginY));
+    DropTickAt(x->FTickPositions, x->FMajorFlags, x->FGridFlags, x->FTickLabels, x->NumberToWorld(0), true);
+  } else if (!y->FTickLabels.empty()) {
+    y->FTickLabels.erase(y->FTickLabels.begin());
+  }
+}
+
+void TQyAxisLayout::DataArea() {
+  if (!FGraph) return;
+  FGraph->SetDataArea(QRectF(FM.left, FM.top, FWidth - FM.left - FM.right + 1, FHeight - FM.top - FM.bottom + 1));
+  TQyRichCaptionObject* title = FGraph->CaptionObject();
+  title->Y = FGraph->GetCaptionDistanceBefore();
+  switch (FGraph->GetCaptionAlignment()) {
+  case TAlignment::LeftJustify: title->X = FGraph->GetDistanceBorderAxisLeft(); title->Alignment = TQyContentAlignment::TopLeft; break;
+  case TAlignment::RightJustify: title->X = FWidth - FGraph->GetDistanceBorderAxisRight(); title->Alignment = TQyContentAlignment::TopRight; break;
+  case TAlignment::Center: title->X = FWidth / 2.0f; title->Alignment = TQyContentAlignment::TopCenter; break;
+  }
+  // Scroll bars, child legends and coupled graphs are placed here as they arrive.
+}
+
+void TQyAxisLayout::Finish() {
+  for (TQyAxis* a : FAxes) a->FNeedsCalc = false;
+  if (FGraph) FGraph->SeriesModified();
+  LayoutInProgress = false;
+  for (TQyAxis* a : FAxes)
+    if (a->OnCalculated) a->OnCalculated(a);
+}
+
+// ---- extents used by the pass -----------------------------------------------------------------
+
+float TQyAxis::LabelExtentAcross() const {
+  if (FTickLabels.empty()) return 0;
+  return GetHorizontal() ? FMaxLabelWidth * FSinAngle + FMaxLabelHeight * FCosAngle
+                         : FMaxLabelWidth * FCosAngle + FMaxLabelHeight * FSinAngle;
+}
+
+float TQyAxis::CaptionExtentAcross() const {
+  if (!FCaptionVisible || FCaption.isEmpty()) return 0;
+  const bool upright = !FCaptionHorizontalOnVerticalAxis; // vertical axes turn their caption
+  if (GetHorizontal()) return FCaptionObject->Height();
+  return upright ? FCaptionObject->Height() : FCaptionObject->Width();
+}
+
+void TQyAxis::ParseCaption() {
+  FCaptionObject->Font()->SetFillColor(FCaptionColor);
+  FCaptionObject->ParseForSize(nullptr, this);
+}

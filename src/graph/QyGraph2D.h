@@ -1,0 +1,176 @@
+#pragma once
+// The graph control: divides its client area (title, margins, axes, legends, data area), repaints
+// all of it in a fixed order through one painter, and keeps the flags of what must be recalculated.
+#include "QyLocalize.h"
+#include "QyAxis.h"
+#include "QySeries.h"
+#include "QyStyles.h"
+#include "QyProperty.h"
+#include "QyRichLabel.h"
+#include "QyTypes.h"
+#include <QList>
+#include <QPointer>
+#include <QRect>
+#include <QRectF>
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+class TQyAxis;
+class TQySeries;
+class TQyCustomDoubleVector;
+class TQyGradientSettings;
+class TQyLineSettings;
+
+namespace QyGraph2D {
+Q_NAMESPACE
+enum class TQySmoothingMode { None, HighSpeed, AntiAlias, HighQuality };
+Q_ENUM_NS(TQySmoothingMode)
+} // namespace QyGraph2D
+using QyGraph2D::TQySmoothingMode;
+
+struct TQyFindSeriesPointResult {
+  bool Found = false;
+  TQySeries* Series = nullptr;
+  int Index = -1;
+  double X = 0, Y = 0;
+};
+
+// The base shared by the XY graph and the pie chart: caption, background, smoothing, update
+// counter and undo link.
+class TQyCustomGraph : public QWidget, public TQyRecording {
+  Q_OBJECT
+  Q_PROPERTY(TQyUndoRecorder* UndoStack READ GetUndoStack WRITE SetUndoStack)
+  QY_PROPERTY(TQyColor, BackColor, QyRes::GraphBackColor, update()) = 0x00FFFFFFu;
+  QY_PROPERTY_OBJECT(TQyGradientSettings, BackgroundGradient);
+  QY_PROPERTY(QyGraph2D::TQySmoothingMode, SmoothingMode, nullptr, update()) = TQySmoothingMode::HighQuality;
+  QY_PROPERTY_CUSTOM(QString, Caption);
+  QY_PROPERTY_CUSTOM(QyTypes::TAlignment, CaptionAlignment) = TAlignment::Center;
+  QY_PROPERTY_CUSTOM(TQyColor, CaptionColor) = 0xFF000000u;
+  QY_PROPERTY(float, CaptionDistanceAfter, QyRes::GraphCaptionDistanceAfter, Modified()) = 0;
+  QY_PROPERTY(float, CaptionDistanceBefore, QyRes::GraphCaptionDistanceBefore, Modified()) = 0;
+  QY_PROPERTY(bool, CaptionVisible, QyRes::GraphCaptionVisible, Modified()) = false;
+  Q_PROPERTY(TQyFont* CaptionFont READ GetCaptionFont)
+
+public:
+  explicit TQyCustomGraph(QWidget* parent = nullptr);
+  ~TQyCustomGraph() override;
+
+  TQyUndoRecorder* GetUndoStack() const { return UndoRecorder(); }
+  virtual void SetUndoStack(TQyUndoRecorder* stack);
+  TQyFont* GetCaptionFont() const;
+  TQyRichCaptionObject* CaptionObject() const { return FCaptionObject.get(); }
+
+  virtual void Modified() = 0;
+  virtual void Calculate() = 0;
+  virtual void BoundsChanged() {}
+  void BeginUpdate() { ++FUpdateCount; }
+  void EndUpdate();
+  bool Updating() const { return FUpdateCount > 0; }
+  bool Printing() const { return FPrinting; }
+  bool RenderingToImage() const { return FRenderingToImage; }
+  void ParseCaption();
+  QString CaptionAsString() const { return FCaption; }
+  // Sets or clears antialiasing for the configured smoothing mode.
+  void SetHighQuality(QPainter* graphics, bool on) const;
+
+protected:
+  void resizeEvent(QResizeEvent* e) override;
+
+  std::unique_ptr<TQyRichCaptionObject> FCaptionObject;
+  int FUpdateCount = 0;
+  bool FFirstPaint = true;
+  bool FCaptionSet = false;
+  bool FPrinting = false;
+  bool FRenderingToImage = false;
+};
+
+class TQyGraph2D : public TQyCustomGraph {
+  Q_OBJECT
+  QY_PROPERTY_OBJECT(TQyLineSettings, DataAreaFrame);
+  QY_PROPERTY(TQyColor, DataAreaColor, QyRes::GraphDataAreaColor, update()) = 0x00FFFFFFu;
+  QY_PROPERTY_OBJECT(TQyGradientSettings, DataAreaGradient);
+  QY_PROPERTY(float, DistanceBorderAxisTop, QyRes::GraphDistanceTop, Modified()) = 0;
+  QY_PROPERTY(float, DistanceBorderAxisBottom, QyRes::GraphDistanceBottom, Modified()) = 0;
+  QY_PROPERTY(float, DistanceBorderAxisLeft, QyRes::GraphDistanceLeft, Modified()) = 0;
+  QY_PROPERTY(float, DistanceBorderAxisRight, QyRes::GraphDistanceRight, Modified()) = 0;
+  QY_PROPERTY_OBJECT(TQyLineSettings, MajorGridHorizontal);
+  QY_PROPERTY_OBJECT(TQyLineSettings, MinorGridHorizontal);
+  QY_PROPERTY_OBJECT(TQyLineSettings, MajorGridVertical);
+  QY_PROPERTY_OBJECT(TQyLineSettings, MinorGridVertical);
+  QY_PROPERTY(bool, ZeroOrigin, QyRes::GraphZeroOrigin, Modified()) = false;
+  Q_PROPERTY(TQyAxis* PrimaryXAxis READ GetPrimaryXAxis WRITE SetPrimaryXAxis)
+  Q_PROPERTY(TQyAxis* PrimaryYAxis READ GetPrimaryYAxis WRITE SetPrimaryYAxis)
+  Q_PROPERTY(TQyFont* Font READ GetCaptionFont)
+
+public:
+  explicit TQyGraph2D(QWidget* parent = nullptr);
+  ~TQyGraph2D() override;
+
+  TQyAxis* GetPrimaryXAxis() const { return FPrimaryXAxis; }
+  TQyAxis* GetPrimaryYAxis() const { return FPrimaryYAxis; }
+  void SetPrimaryXAxis(TQyAxis* axis);
+  void SetPrimaryYAxis(TQyAxis* axis);
+  void SetUndoStack(TQyUndoRecorder* stack) override;
+
+  // ---- the deferred work
+  void Modified() override;
+  void Calculate() override;
+  void BoundsChanged() override;
+  void SeriesModified();
+  void LegendsModified();
+  void TestSeriesAndAxis();
+  void TestPrimaryAxis();
+  void CheckCoupled();
+  void SortLayers();
+  void RepaintChildGraphs();
+  bool NeedsCalculate() const { return FNeedsCalculate; }
+
+  // ---- drawing
+  void PaintGr(QPainter* graphics);
+  void SetDataClip(QPainter* graphics);
+  // Renders the whole graph into an image of the control's size (or `size`).
+  QImage RenderToImage(QSize size = QSize(), bool antialiased = true);
+
+  // ---- series registry
+  void RegisterSeries(TQySeries* series);
+  void UnregisterSeries(TQySeries* series);
+  const QList<TQySeries*>& RelatedSeries() const { return FRelatedSeries; }
+  QList<TQyAxis*> Axes() const;
+  QList<TQyGraph2D*> ChildGraphs() const;
+  bool IsMasterGraph() const { return FIsMasterGraph; }
+  bool IsChildGraph() const { return FIsChildGraph; }
+
+  // ---- picking and data
+  TQyFindSeriesPointResult FindSeriesPoint(float x, float y);
+  bool MouseInDataArea(QPointF p) const { return FDataArea.contains(p); }
+  QList<TQyCustomDoubleVector*> GetVectorsList() const;
+
+  // The data area in client pixels; written only by the layout pass.
+  QRectF DataArea() const { return FDataArea; }
+  void SetDataArea(const QRectF& r) { FDataArea = r; }
+  bool InDrag() const { return false; } // zoom and pan drags arrive with the zoom settings
+  bool CreatingPrimaryAxes() const { return FCreatingPrimaryAxes; }
+
+protected:
+  void paintEvent(QPaintEvent* e) override;
+
+private:
+  void PaintBackground(QPainter* g);
+  void PaintDataArea(QPainter* g);
+  void PaintGrid(QPainter* g, TQyAxis* axis, TQyLineSettings* major, TQyLineSettings* minor);
+  void PaintChildren(QPainter* g);
+  TQyAxis* MakePrimaryAxis(const QString& base, const char* caption, int position);
+  void ChildAxisDestroyed(QObject* axis);
+
+  QPointer<TQyAxis> FPrimaryXAxis, FPrimaryYAxis;
+  QList<TQySeries*> FRelatedSeries;
+  QList<QPointer<TQyAxis>> FAxes;
+  QList<QPointer<TQyGraph2D>> FChildGraphs;
+  QRectF FDataArea;
+  bool FNeedsCalculate = true;
+  bool FIsMasterGraph = false, FIsChildGraph = false;
+  bool FCreatingPrimaryAxes = false;
+  bool FRepaintAfterPaint = false;
+  QRect FLastClipRect;
+};

@@ -1,0 +1,153 @@
+// The one drawing path of the graph, used for the screen, images and printing alike.
+#include "QyAxis.h"
+#include "QyGDI.h"
+#include "QyGraph2D.h"
+#include "QyRounding.h"
+#include "QySeries.h"
+#include "QyStyles.h"
+#include <QImage>
+#include <QPaintEvent>
+#include <QPainter>
+
+void TQyGraph2D::paintEvent(QPaintEvent* e) {
+  // A partial repaint that moves an edge of a non-solid area cannot be drawn piecewise.
+  const QRect clip = e->rect();
+  if (!FRepaintAfterPaint && FLastClipRect.isValid() &&
+      (clip.left() != FLastClipRect.left() || clip.right() != FLastClipRect.right()))
+    for (TQySeries* s : FRelatedSeries)
+      if (s->GetVisible() && s->GetArea()->GetVisible() && !s->GetArea()->Solid()) FRepaintAfterPaint = true;
+  FLastClipRect = clip;
+  QPainter painter(this);
+  PaintGr(&painter);
+  if (FRepaintAfterPaint) {
+    FRepaintAfterPaint = false;
+    update();
+  }
+}
+
+void TQyGraph2D::PaintGr(QPainter* g) {
+  if (FFirstPaint) {
+    TestPrimaryAxis();
+    FFirstPaint = false;
+  }
+  if (!FPrimaryXAxis || !FPrimaryYAxis) return;
+  TestSeriesAndAxis();
+  // An axis whose settings changed lays out the whole graph before anything is drawn, so that
+  // one frame never mixes an old layout with a new one.
+  bool axisStale = false;
+  for (TQyAxis* a : Axes()) axisStale = axisStale || a->NeedsCalc();
+  if (FNeedsCalculate || axisStale) Calculate();
+  // Depth of three-dimensional bars joins here when bars exist.
+
+  g->save();
+  PaintBackground(g);
+  PaintDataArea(g);
+  if (GetCaptionVisible()) FCaptionObject->PaintGr(g);
+  PaintGrid(g, FPrimaryXAxis, FMajorGridVertical, FMinorGridVertical);
+  PaintGrid(g, FPrimaryYAxis, FMajorGridHorizontal, FMinorGridHorizontal);
+  SetDataClip(g);
+  SetHighQuality(g, true);
+  for (TQySeries* s : FRelatedSeries) s->PaintGr(g);
+  g->setClipping(false);
+  if (FDataAreaFrame->GetVisible()) {
+    const float w = FDataAreaFrame->GetWidth();
+    g->setPen(FDataAreaFrame->GetPen(FDataArea.adjusted(-w, -w, w, w)));
+    g->setBrush(Qt::NoBrush);
+    g->drawRect(FDataArea.adjusted(0, 0, -1, -1));
+  }
+  PaintChildren(g);
+  SetDataClip(g);
+  for (TQySeries* s : FRelatedSeries) s->DrawSymbols(g);
+  g->setClipping(false);
+  // Legends paint here once they exist.
+  g->restore();
+}
+
+void TQyGraph2D::PaintBackground(QPainter* g) {
+  g->setRenderHint(QPainter::Antialiasing, false);
+  g->fillRect(QRectF(0, 0, width(), height()), TQyColorToQColor(GetBackColor()));
+  if (FBackgroundGradient->GetVisible())
+    g->fillRect(rect(), FBackgroundGradient->GetBrush(QRectF(rect())));
+}
+
+void TQyGraph2D::PaintDataArea(QPainter* g) {
+  const bool gradient = FDataAreaGradient->GetVisible();
+  const TQyColor color = GetDataAreaColor();
+  if (!gradient && (color == GetBackColor() || (color >> 24) == 0)) return;
+  g->fillRect(FDataArea, gradient ? FDataAreaGradient->GetBrush(FDataArea) : QBrush(TQyColorToQColor(color)));
+}
+
+// Major grid lines first, then minor ones, at whole pixels on screen and fractional in print.
+void TQyGraph2D::PaintGrid(QPainter* g, TQyAxis* axis, TQyLineSettings* major, TQyLineSettings* minor) {
+  const TQySingleVector& ticks = axis->TickPositions();
+  const TQyBooleanVector& flags = axis->GridFlags();
+  const bool vertical = axis->GetHorizontal(); // a horizontal axis has vertical grid lines
+  const float x0 = FDataArea.x(), y0 = FDataArea.y();
+  const float x1 = x0 + FDataArea.width() - 1, y1 = y0 + FDataArea.height() - 1;
+  for (TQyLineSettings* grid : {major, minor}) {
+    if (!grid->GetVisible()) continue;
+    const QPen pen = grid->GetPen(FDataArea);
+    g->setRenderHint(QPainter::Antialiasing, pen.style() != Qt::SolidLine && GetSmoothingMode() >= TQySmoothingMode::AntiAlias);
+    g->setPen(pen);
+    for (int i = 0; i < ticks.Count(); ++i) {
+      if (flags[i] != (grid == major)) continue;
+      // Tick positions are in the axis' own coordinates: add the axis' offset in the graph.
+      const float p = (vertical ? axis->x() : axis->y()) + (FPrinting ? ticks[i] : float(Round(ticks[i])));
+      if (vertical) g->drawLine(QPointF(p, y0), QPointF(p, y1));
+      else g->drawLine(QPointF(x0, p), QPointF(x1, p));
+    }
+  }
+}
+
+void TQyGraph2D::PaintChildren(QPainter* g) {
+  for (QObject* c : children()) {
+    auto* a = qobject_cast<TQyAxis*>(c);
+    if (!a || !a->GetVisible()) continue;
+    g->save();
+    g->translate(a->x(), a->y());
+    a->PaintGr(g);
+    g->restore();
+  }
+  SetHighQuality(g, true);
+}
+
+// Series are clipped to the data area only on the sides where an axis hides data.
+void TQyGraph2D::SetDataClip(QPainter* g) {
+  float l = 0, t = 0, r = width(), b = height();
+  bool clipped = false;
+  for (TQyAxis* a : Axes()) {
+    if (!a->GetIsClipped()) continue;
+    const bool cutStart = a->GetStart() > a->DataMin(), cutStop = a->GetStop() < a->DataMax();
+    if (!cutStart && !cutStop) continue;
+    clipped = true;
+    if (a->GetHorizontal()) {
+      const float lo = FDataArea.x(), hi = FDataArea.x() + FDataArea.width();
+      if (cutStart) (a->GetTwisted() ? r : l) = a->GetTwisted() ? hi : lo;
+      if (cutStop) (a->GetTwisted() ? l : r) = a->GetTwisted() ? lo : hi;
+    } else {
+      // Vertical axes clip as if never twisted.
+      if (cutStart) b = FDataArea.y() + FDataArea.height();
+      if (cutStop) t = FDataArea.y();
+    }
+  }
+  if (clipped) g->setClipRect(QRectF(l, t, r - l, b - t), Qt::IntersectClip);
+  else g->setClipping(false);
+}
+
+QImage TQyGraph2D::RenderToImage(QSize size, bool antialiased) {
+  if (!size.isValid()) size = this->size();
+  if (size != this->size()) resize(size);
+  QImage image(size, QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::white);
+  const bool was = FRenderingToImage;
+  FRenderingToImage = true;
+  const TQySmoothingMode mode = GetSmoothingMode();
+  if (!antialiased) FSmoothingMode = TQySmoothingMode::None;
+  {
+    QPainter p(&image);
+    PaintGr(&p);
+  }
+  FSmoothingMode = mode;
+  FRenderingToImage = was;
+  return image;
+}

@@ -1,0 +1,328 @@
+#include "QySeries.h"
+#include "QyAxis.h"
+#include "QyGraph2D.h"
+#include "QyRounding.h"
+#include "QyStyles.h"
+#include "QyVectors.h"
+#include <QPainter>
+#include <cmath>
+
+namespace {
+constexpr double MaxDouble = 1.7976931348623157e308;
+
+// The default look of new series: line colour, symbol, symbol border and fill, in turn.
+struct DefaultLook {
+  TQyColor line;
+  TQyPointSymbol symbol;
+  TQyColor border, fill;
+};
+constexpr DefaultLook DefaultLooks[6] = {
+    {0xFFFF0000, TQyPointSymbol::Circle, 0xFF0000FF, 0xFFADD8E6},
+    {0xFF008000, TQyPointSymbol::Square, 0xFF8B0000, 0xFFF08080},
+    {0xFF0000FF, TQyPointSymbol::Diamond, 0xFF006400, 0xFF90EE90},
+    {0xFF800000, TQyPointSymbol::FiveStar, 0xFFD2691E, 0xFFFFFF00},
+    {0xFF006400, TQyPointSymbol::Delta, 0xFFA52A2A, 0xFFDEB887},
+    {0xFF00008B, TQyPointSymbol::Nabla, 0xFF008B8B, 0xFFE0FFFF},
+};
+int DefaultLookCounter = 0;
+} // namespace
+
+TQySeries::TQySeries(QObject* owner) : QObject(owner) {
+  FLimitMinX = FLimitMinY = MaxDouble;
+  FLimitMaxX = FLimitMaxY = -MaxDouble;
+  auto modified = [this] { PointsModified(); TestVisibleChanged(); };
+  FLine = new TQyLineSettings(modified, this);
+  FArea = new TQyAreaSettings(modified, this);
+  FPointSymbol = new TQyPointSymbolSettings(modified, this);
+  FOutOfRangePointSymbol = new TQyPointSymbolSettings(modified, this);
+  FDataIndexer = new TQyIndexer(this);
+  if (DefaultLookCounter >= 6) DefaultLookCounter = 0;
+  const DefaultLook& look = DefaultLooks[DefaultLookCounter++];
+  FLine->SetColor(look.line);
+  for (TQyPointSymbolSettings* s : {FPointSymbol, FOutOfRangePointSymbol}) {
+    s->SetPointSymbol(look.symbol);
+    s->SetVisible(false);
+  }
+  FPointSymbol->SetBorderColor(look.border);
+  FPointSymbol->SetFillColor(look.fill);
+  FOutOfRangePointSymbol->SetBorderColor(0xFF696969);
+  FOutOfRangePointSymbol->SetFillColor(0xFFD3D3D3);
+  FCaption = metaObject()->className();
+}
+
+TQySeries::~TQySeries() {
+  FDestroying = true;
+  LeaveGraph();
+  for (TQyCustomDoubleVector* v : {FXData.data(), FYData.data()})
+    if (v) v->RemoveListener(this);
+}
+
+TQyGraph2D* TQySeries::Graph() const { return FGraph; }
+
+QString TQySeries::ToString() const { return FCaption.isEmpty() ? objectName() : FCaption; }
+
+void TQySeries::SetUndoStack(TQyUndoRecorder* recorder) {
+  SetUndoRecorder(recorder);
+  for (TQyStyleObject* s : std::initializer_list<TQyStyleObject*>{FLine, FArea, FPointSymbol, FOutOfRangePointSymbol})
+    s->SetUndoStack(recorder);
+}
+
+// ---- references -------------------------------------------------------------------------------
+
+void TQySeries::SetXAxis(TQyAxis* axis) {
+  if (FXAxis == axis) return;
+  QyRecordChange(UndoRecorder(), this, QyRes::SeriesXAxis, "XAxis");
+  if (FXAxis && FXAxis != FYAxis) FXAxis->RemoveSeries(this);
+  FXAxis = axis;
+  TestAllAssigned();
+}
+
+void TQySeries::SetYAxis(TQyAxis* axis) {
+  if (FYAxis == axis) return;
+  QyRecordChange(UndoRecorder(), this, QyRes::SeriesYAxis, "YAxis");
+  if (FYAxis && FYAxis != FXAxis) FYAxis->RemoveSeries(this);
+  FYAxis = axis;
+  TestAllAssigned();
+}
+
+void TQySeries::SetXData(TQyCustomDoubleVector* vector) {
+  if (FXData == vector || (!vector && FXData == FDataIndexer)) return;
+  QyRecordChange(UndoRecorder(), this, QyRes::SeriesXData, "XData");
+  if (FXData && FXData != FDataIndexer) FXData->RemoveListener(this);
+  FXData = vector;
+  if (vector) vector->AddListener(this);
+  else if (FYData == FDataIndexer) FYData = nullptr;
+  TestAllAssigned();
+}
+
+void TQySeries::SetYData(TQyCustomDoubleVector* vector) {
+  if (FYData == vector || (!vector && FYData == FDataIndexer)) return;
+  QyRecordChange(UndoRecorder(), this, QyRes::SeriesYData, "YData");
+  if (FYData && FYData != FDataIndexer) FYData->RemoveListener(this);
+  FYData = vector;
+  if (vector) vector->AddListener(this);
+  else if (FXData == FDataIndexer) FXData = nullptr;
+  TestAllAssigned();
+}
+
+void TQySeries::SetDrawBandTo(TQySeries* series) {
+  if (series == this) series = nullptr;
+  FDrawBandTo = series;
+  PointsModified();
+}
+
+void TQySeries::SetLayer(int layer) {
+  QyAssign(this, UndoRecorder(), FLayer, layer, QyRes::SeriesLayer, "Layer", [this] {
+    if (FGraph) FGraph->Modified();
+  });
+}
+
+void TQySeries::SetVisible(bool value) {
+  QyAssign(this, UndoRecorder(), FVisible, value, QyRes::SeriesVisible, "Visible", [this] {
+    TestVisibleChanged();
+    if (FGraph) FGraph->update();
+    LegendsModified();
+  });
+}
+
+void TQySeries::SetCaption(QString value) {
+  while (!value.isEmpty() && value.back().isSpace()) value.chop(1);
+  QyAssign(this, UndoRecorder(), FCaption, value, QyRes::SeriesCaption, "Caption", [this] { LegendsModified(); });
+}
+
+void TQySeries::SetOutliersVisible(bool value) {
+  QyAssign(this, UndoRecorder(), FOutliersVisible, value, QyRes::SeriesOutliersVisible,
+           "OutliersVisible", [this] { RangesModified(); });
+}
+
+void TQySeries::LeaveGraph() {
+  for (TQyAxis* a : {FXAxis.data(), FYAxis.data()})
+    if (a) a->RemoveSeries(this);
+  if (FGraph) {
+    TQyGraph2D* g = FGraph;
+    FGraph = nullptr;
+    g->UnregisterSeries(this);
+    if (!FDestroying) {
+      if (TQyAxis* y = g->GetPrimaryYAxis()) y->RangeModified();
+      g->SeriesModified();
+      g->LegendsModified();
+    }
+  }
+}
+
+// Joins the series to its graph once both axes and a vector are known.
+void TQySeries::TestAllAssigned() {
+  if (!FXAxis || !FYAxis || (!FXData && !FYData)) {
+    LeaveGraph();
+    return;
+  }
+  auto* graph = qobject_cast<TQyGraph2D*>(FYAxis->parentWidget());
+  if (FGraph && FGraph != graph) {
+    FGraph->UnregisterSeries(this);
+    FGraph = nullptr;
+  }
+  if (graph && FGraph != graph) {
+    FGraph = graph;
+    graph->RegisterSeries(this);
+    if (!UndoRecorder()) SetUndoStack(graph->UndoRecorder());
+  }
+  if (!FGraph || FGraph->Destroying()) return;
+  if (!FXData) FXData = FDataIndexer;
+  if (!FYData) FYData = FDataIndexer;
+  FDataIndexer->SetPartner(FXData == FDataIndexer ? FYData.data() : FXData.data());
+  FXAxis->AddSeries(this);
+  FYAxis->AddSeries(this);
+  RangesModified();
+  LegendsModified();
+  FGraph->Modified();
+}
+
+// ---- counts and transformations ---------------------------------------------------------------
+
+int TQySeries::GetCount() {
+  FMinimumCount = FPointSymbol->GetVisible() ? 1 : 2;
+  if (!FXData || !FYData) return 0;
+  return std::min(FXData->GetCount(), FYData->GetCount());
+}
+
+double TQySeries::TransformX(double value, int i) {
+  return XValueTransformation ? XValueTransformation(this, {value, i}) : value;
+}
+
+double TQySeries::TransformY(double value, int i) {
+  return YValueTransformation ? YValueTransformation(this, {value, i}) : value;
+}
+
+bool TQySeries::HasValuesAt(int i) const {
+  if (FOutliersVisible) return true;
+  return !(FXData && FXData->IsOutlier(i)) && !(FYData && FYData->IsOutlier(i));
+}
+
+bool TQySeries::SeriesVisible() const {
+  return FVisible && (FLine->GetVisible() || FArea->GetVisible() || FPointSymbol->GetVisible());
+}
+
+// ---- range pass -------------------------------------------------------------------------------
+
+// The extent of one vector over the series' indices: from the statistics when the vector is not
+// longer than its partner, else by a scan.
+void TQySeries::ScanExtent(TQyCustomDoubleVector* v, bool isX, double& lo, double& hi) {
+  TQyCustomDoubleVector* other = isX ? FYData : FXData;
+  const TQyValueTransformation& transform = isX ? XValueTransformation : YValueTransformation;
+  auto tf = [&](double x, int i) { return isX ? TransformX(x, i) : TransformY(x, i); };
+  lo = MaxDouble, hi = -MaxDouble;
+  const bool finiteStats = v->GetCount() <= other->GetCount();
+  if (finiteStats) {
+    lo = FOutliersVisible ? v->GetMinimumIncludingOutliers() : v->GetMinimum();
+    hi = FOutliersVisible ? v->GetMaximumIncludingOutliers() : v->GetMaximum();
+    if (transform && lo <= hi) {
+      lo = tf(lo, FOutliersVisible ? v->GetMinimumIdxIncludingOutliers() : v->GetMinimumIdx());
+      hi = tf(hi, FOutliersVisible ? v->GetMaximumIdxIncludingOutliers() : v->GetMaximumIdx());
+      if (lo > hi) std::swap(lo, hi);
+    }
+  }
+  // A longer vector, or values that the statistics cannot order (NaN, infinities), need a scan.
+  if (!finiteStats || !std::isfinite(lo) || !std::isfinite(hi)) {
+    lo = MaxDouble, hi = -MaxDouble;
+    auto lock = v->ReadLock();
+    for (int i = 0; i < FCount; ++i) {
+      if (!HasValuesAt(i)) continue;
+      const double x = tf(v->GetValue(i), i);
+      if (!std::isfinite(x)) continue;
+      lo = std::min(lo, x), hi = std::max(hi, x);
+    }
+  }
+  TQyAxis* axis = isX ? FXAxis : FYAxis;
+  if (axis->LogActive() || axis->GetScaling() == TQyAxisScaling::Log || axis->GetScaling() == TQyAxisScaling::LogEE) {
+    if (lo <= 0) {
+      // A logarithmic axis ranges over the positive values only.
+      lo = MaxDouble;
+      auto lock = v->ReadLock();
+      for (int i = 0; i < FCount; ++i) {
+        if (!HasValuesAt(i)) continue;
+        const double x = tf(v->GetValue(i), i);
+        if (x > 0 && x < lo) lo = x;
+      }
+    }
+  }
+}
+
+void TQySeries::Calculate() {
+  if (!FXData || !FYData || !FXAxis || !FYAxis) return;
+  if (FXData->GetCount() <= FLastCount && FYData->GetCount() <= FLastCount) return;
+  FCount = GetCount();
+  if (FLastCount >= FCount || FCount < FMinimumCount) return;
+  double lo, hi;
+  ScanExtent(FXData, true, lo, hi);
+  if (lo != FLimitMinX || hi != FLimitMaxX) {
+    FLimitMinX = lo, FLimitMaxX = hi;
+    FXAxis->RangeModified();
+  }
+  ScanExtent(FYData, false, lo, hi);
+  if (lo != FLimitMinY || hi != FLimitMaxY) {
+    FLimitMinY = lo, FLimitMaxY = hi;
+    FYAxis->RangeModified();
+  }
+  CheckLinkedMarkers();
+  FPointsStale = true;
+  Invalidate();
+  FLastCount = FCount;
+}
+
+// ---- flags ------------------------------------------------------------------------------------
+
+void TQySeries::PointsModified() {
+  FCalculatedCount = 0;
+  FPointsStale = true;
+  Invalidate();
+}
+
+void TQySeries::RangesModified() {
+  if (!FXAxis || !FYAxis) return;
+  FLimitMinX = FLimitMinY = MaxDouble;
+  FLimitMaxX = FLimitMaxY = -MaxDouble;
+  FLastCount = 0;
+  FCount = 0;
+  FCalculatedCount = 0;
+  FPointsStale = true;
+  FXAxis->RangeModified();
+  FYAxis->RangeModified();
+}
+
+void TQySeries::SetLastCount(int n) {
+  FLastCount = std::min(FLastCount, n);
+  FCalculatedCount = std::min(FCalculatedCount, n);
+  FPointsStale = true;
+}
+
+void TQySeries::Invalidate() {
+  if (FGraph) FGraph->update();
+}
+
+void TQySeries::LegendsModified() {
+  if (FGraph) FGraph->LegendsModified();
+}
+
+void TQySeries::TestVisibleChanged() {
+  if (!FGraph) return;
+  FPen = FLine->GetPen(DataArea());
+  FBrush = FArea->GetBrush(DataArea());
+  Invalidate();
+  const bool visible = SeriesVisible();
+  if (visible != FLastVisible) {
+    FLastVisible = visible;
+    if (FYAxis && FYAxis->GetCurrentZoomStage() <= 0) {
+      if (FXAxis) FXAxis->RangeModified();
+      FYAxis->RangeModified();
+    }
+  }
+}
+
+QRectF TQySeries::DataArea() const { return FGraph ? FGraph->DataArea() : QRectF(); }
+
+bool TQySeries::CanDoCanvasDraw() const {
+  if (!FGraph || FGraph->RenderingToImage()) return false;
+  const TQyColor c = FLine->GetColor();
+  return FGraph->GetSmoothingMode() == TQySmoothingMode::None && FCount > 100 && (c >> 24) == 0xFF &&
+         (FLine->GetWidth() <= 1 || FLine->GetDashStyle() == TDashStyle::DashStyleSolid);
+}

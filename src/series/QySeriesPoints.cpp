@@ -1,0 +1,244 @@
+// From data to pixel points: the visible window, the thinning per pixel column, band points.
+#include "QyAxis.h"
+#include "QyGraph2D.h"
+#include "QySeries.h"
+#include "QyStyles.h"
+#include "QyVectors.h"
+#include <cmath>
+
+void TQySeries::GetCalcPoint(int i, QPointF& point) {
+  point.setX(FXAxis->NumberToWorld(TransformX(FXData->GetValue(i), i)));
+  point.setY(FYAxis->NumberToWorld(TransformY(FYData->GetValue(i), i)));
+}
+
+// The index range to turn into points: from CalculatedCount to the last value; on ascending X only
+// the window of the X axis, with one point outside on each side so that the line runs on to the
+// border. Without a transformation the window is found by binary search.
+void TQySeries::GetCalcPointsStartStop(int& start, int& stop) {
+  start = FCalculatedCount;
+  stop = FCount - 1;
+  if (FXData->GetOnlyAscending() && stop - start >= 21) {
+    const double lo = FXAxis->GetStart(), hi = FXAxis->GetStop();
+    if (!XValueTransformation) {
+      const double* x = FXData == FDataIndexer ? nullptr : FXData->Data();
+      auto value = [&](int i) { return x ? x[i] : double(i); };
+      // First index whose successor is at or past the start; last whose predecessor is below stop.
+      int a = start, b = stop;
+      while (a < b) { const int m = a + (b - a) / 2; if (value(m + 1) < lo) a = m + 1; else b = m; }
+      start = a;
+      a = start + 1, b = stop;
+      while (a < b) { const int m = a + (b - a + 1) / 2; if (value(m - 1) >= hi) b = m - 1; else a = m; }
+      stop = std::max(a, start);
+    } else {
+      while (start < stop && TransformX(FXData->GetValue(start + 1), start + 1) < lo) ++start;
+      while (stop - 1 > start && TransformX(FXData->GetValue(stop - 1), stop - 1) >= hi) --stop;
+    }
+  }
+  if (start > stop) start = stop;
+  while (start < stop && !HasValuesAt(start)) ++start;
+  while (stop > start && !HasValuesAt(stop)) --stop;
+}
+
+namespace {
+bool Finite(const QPointF& p) { return std::isfinite(p.x()) && std::isfinite(p.y()); }
+} // namespace
+
+void TQySeries::CalculatePoints() {
+  if (FCalculatedCount == 0) {
+    FPoints.Clear();
+    FPointIndices.Clear();
+    FPointCount = 0;
+    FColumnPoint = 0;
+  }
+  FCount = GetCount();
+  if (FCount == 0 || !FXAxis || !FYAxis) {
+    FPointsStale = false;
+    return;
+  }
+  auto lock = FXData->ReadLock();
+  auto lockY = FYData->ReadLock();
+  // Appended values may still fall into the last pixel column: recompute that column.
+  if (FCalculatedCount > 0 && FPointCount > 0 && !FPointSymbol->GetVisible()) {
+    FPointCount = FColumnPoint;
+    FCalculatedCount = FPointIndices[FColumnPoint];
+  }
+  int start, stop;
+  GetCalcPointsStartStop(start, stop);
+  if (FPointSymbol->GetVisible()) KeepDistinctPoints(start, stop);
+  else CompressRuns(start, stop);
+  FCalculatedCount = FCount;
+  AddBandPoints();
+  FPointsStale = false;
+}
+
+// With symbols: a point is kept when it lies more than a pixel from the last kept point.
+void TQySeries::KeepDistinctPoints(int start, int stop) {
+  QPointF last(1e30, 1e30), p;
+  if (FPointCount > 0) last = FPoints[FPointCount - 1];
+  for (int i = start; i <= stop; ++i) {
+    if (!HasValuesAt(i)) continue;
+    GetCalcPoint(i, p);
+    if (!Finite(p)) continue;
+    if (FPointCount > 0 && i != start && std::fabs(p.x() - last.x()) <= 1 && std::fabs(p.y() - last.y()) <= 1)
+      continue;
+    FPoints.SetValue(FPointCount, p);
+    FPointIndices.SetValue(FPointCount++, i);
+    last = p;
+  }
+}
+
+// Without symbols: the points of one pixel column collapse to at most four (first, lowest and
+// highest in data order, last), which draws the same polyline as all of them.
+void TQySeries::CompressRuns(int start, int stop) {
+  struct Kept { QPointF p; int i; };
+  Kept first{}, low{}, high{}, last{};
+  bool open = false;
+  auto put = [&](const Kept& k) {
+    if (FPointCount > FColumnPoint && FPointIndices[FPointCount - 1] == k.i) return;
+    FPoints.SetValue(FPointCount, k.p);
+    FPointIndices.SetValue(FPointCount++, k.i);
+  };
+  auto flush = [&] {
+    FColumnPoint = FPointCount;
+    put(first);
+    const bool lowFirst = low.i < high.i;
+    put(lowFirst ? low : high);
+    put(lowFirst ? high : low);
+    put(last);
+  };
+  QPointF p;
+  for (int i = start; i <= stop; ++i) {
+    if (!HasValuesAt(i)) continue;
+    GetCalcPoint(i, p);
+    if (!Finite(p)) continue;
+    const Kept k{p, i};
+    if (open && std::floor(p.x()) == std::floor(first.p.x())) {
+      if (p.y() < low.p.y()) low = k;
+      if (p.y() > high.p.y()) high = k;
+      last = k;
+      continue;
+    }
+    if (open) flush();
+    first = low = high = last = k;
+    open = true;
+  }
+  if (open) flush();
+}
+
+// Closes the polygon of a filled area: to the other series of a band, or down to the baseline.
+void TQySeries::AddBandPoints() {
+  FTotalPointCount = FPointCount;
+  if (FPointCount == 0) return;
+  FPoints.CheckCount(FPointCount);
+  TQySeries* band = FDrawBandTo;
+  if (band && band->FGraph) {
+    if (band->FPointsStale) band->CalculatePoints();
+    if (band->FPointCount > 0) {
+      for (int k = band->FPointCount - 1; k >= 0; --k) FPoints.SetValue(FTotalPointCount++, band->FPoints[k]);
+      return;
+    }
+  }
+  const double start = FYAxis->GetStart();
+  const double base = FYAxis->NumberToWorld(start > 0 ? start : 0) - 0.5;
+  FPoints.SetValue(FTotalPointCount++, QPointF(FPoints[FPointCount - 1].x(), base));
+  FPoints.SetValue(FTotalPointCount++, QPointF(FPoints[0].x(), base));
+}
+
+// ---- picking ----------------------------------------------------------------------------------
+
+// The value of the polyline at x, by linear interpolation in the raw data.
+double TQySeries::GetY(double x) {
+  const int n = GetCount();
+  if (n == 0) return 0;
+  if (n == 1) return FYData->GetValue(0);
+  TQyCustomDoubleVector& X = *FXData;
+  int lo = -1, hi = -1;
+  if (X.GetOnlyAscending()) {
+    hi = 1;
+    while (hi < n && !(HasValuesAt(hi) && X[hi] > x)) ++hi;
+    if (hi >= n) for (hi = n - 1; hi > 0 && !HasValuesAt(hi); --hi) {}
+    for (lo = hi - 1; lo > 0 && !HasValuesAt(lo); --lo) {}
+  } else {
+    for (hi = 0; hi < n && !(HasValuesAt(hi) && X[hi] >= x); ++hi) {}
+    for (lo = n - 1; lo >= 0 && !(HasValuesAt(lo) && X[lo] <= x); --lo) {}
+    if (hi >= n) hi = lo;
+    if (lo < 0) lo = hi;
+    if (lo == hi && lo > 0) for (--lo; lo > 0 && !HasValuesAt(lo); --lo) {}
+  }
+  if (lo < 0 || hi < 0) return 0;
+  const double xl = X[lo], xh = X[hi];
+  if (lo == hi || xh == xl) return FYData->GetValue(lo);
+  return FYData->GetValue(lo) + (x - xl) * (FYData->GetValue(hi) - FYData->GetValue(lo)) / (xh - xl);
+}
+
+int TQySeries::FindPoint(float x, float y, float tolerance) {
+  if (FPointsStale) return -1;
+  for (int k = 0; k < FPointCount; ++k) {
+    const QPointF& p = FPoints[k];
+    if (std::fabs(x - p.x()) <= tolerance && std::fabs(y - p.y()) <= tolerance) return FPointIndices[k];
+  }
+  return -1;
+}
+
+int TQySeries::FindPoint(float x, float y) {
+  return FindPoint(x, y, FPointSymbol->GetVisible() ? FPointSymbol->GetSize() : 1.0f);
+}
+
+namespace {
+template <class Dist>
+TQyNearestPointResult Nearest(TQySeries& s, const TQyPointVector& pts, const TQyIntegerVector& idx,
+                              int count, const QRectF& area, Dist dist) {
+  TQyNearestPointResult r;
+  for (int k = 0; k < count; ++k) {
+    const QPointF& p = pts[k];
+    if (!area.contains(p)) continue;
+    const float d = dist(p);
+    if (d < r.Distance) {
+      r.Found = true, r.Distance = d, r.Index = idx[k], r.Point = p;
+    }
+  }
+  if (r.Found) {
+    r.X = s.TransformX(s.GetXData()->GetValue(r.Index), r.Index);
+    r.Y = s.IsFunctionSeries() ? s.GetY(r.X) : s.TransformY(s.GetYData()->GetValue(r.Index), r.Index);
+    if (s.IsFunctionSeries()) r.Index = -1;
+  }
+  return r;
+}
+} // namespace
+
+TQyNearestPointResult TQySeries::NearestPoint(QPointF point) {
+  if (FPointsStale) return {};
+  return Nearest(*this, FPoints, FPointIndices, FPointCount, DataArea(),
+                 [&](const QPointF& p) { return float(std::hypot(p.x() - point.x(), p.y() - point.y())); });
+}
+
+TQyNearestPointResult TQySeries::NearestX(float x) {
+  if (FPointsStale) return {};
+  return Nearest(*this, FPoints, FPointIndices, FPointCount, DataArea(),
+                 [&](const QPointF& p) { return float(std::fabs(p.x() - x)); });
+}
+
+TQyNearestPointResult TQySeries::NearestY(float y) {
+  if (FPointsStale) return {};
+  return Nearest(*this, FPoints, FPointIndices, FPointCount, DataArea(),
+                 [&](const QPointF& p) { return float(std::fabs(p.y() - y)); });
+}
+
+float TQySeries::ExtraSpaceAt(int) {
+  if (!FVisible || !FPointSymbol->GetVisible() || !FXData || FXData->GetCount() < 2) return 0;
+  return (FPointSymbol->GetSize() + FPointSymbol->GetBorderLineWidth()) / 2 + 1;
+}
+
+int TQySeries::GetItemHeight() {
+  float h = 0;
+  if (FLine->GetVisible()) h = FLine->GetWidth();
+  if (FPointSymbol->GetVisible()) h = std::max(h, FPointSymbol->GetSize() + 2);
+  return int(std::nearbyint(h));
+}
+
+void TQySeries::SwapDataVecs() {
+  std::swap(FXData, FYData);
+  std::swap(XValueTransformation, YValueTransformation);
+  FDataIndexer->SetPartner(FXData == FDataIndexer ? FYData.data() : FXData.data());
+  RangesModified();
+}

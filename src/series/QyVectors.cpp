@@ -1,0 +1,364 @@
+#include "QyVectors.h"
+#include "QyLocalize.h"
+#include "QySeries.h"
+#include <QThread>
+#include <algorithm>
+#include <mutex>
+
+TQyCustomDoubleVector::TQyCustomDoubleVector(QObject* owner) : QObject(owner) {
+  FValues.resize(FCapacity);
+}
+
+TQyCustomDoubleVector::~TQyCustomDoubleVector() { FDestroying = true; }
+
+// ---- statistics -------------------------------------------------------------------------------
+
+void TQyCustomDoubleVector::CheckMinMax() {
+  if (FCheckedCount >= GetCount()) return;
+  std::unique_lock lock(FLock);
+  CheckMinMaxLocked();
+}
+
+void TQyCustomDoubleVector::CheckMinMaxLocked() {
+  const int n = FCount.load(std::memory_order_acquire);
+  const double* v = FValues.data();
+  if (!FHasOutliers) {
+    for (int i = FCheckedCount; i < n; ++i) {
+      const double x = v[i];
+      if (x < FMinimum) { FMinimum = x; FMinimumIdx = i; }
+      if (x > FMaximum) { FMaximum = x; FMaximumIdx = i; }
+      if (i >= 1) FOnlyAscending = FOnlyAscending && x > v[i - 1];
+      FSum += x;
+      FLastValidIdx = i;
+    }
+    FMinimumIncludingOutliers = FMinimum;
+    FMaximumIncludingOutliers = FMaximum;
+    FMinimumIdxIncludingOutliers = FMinimumIdx;
+    FMaximumIdxIncludingOutliers = FMaximumIdx;
+    FSumIncludingOutliers = FSum;
+  } else {
+    for (int i = FCheckedCount; i < n; ++i) {
+      const double x = v[i];
+      if (x < FMinimumIncludingOutliers) { FMinimumIncludingOutliers = x; FMinimumIdxIncludingOutliers = i; }
+      if (x > FMaximumIncludingOutliers) { FMaximumIncludingOutliers = x; FMaximumIdxIncludingOutliers = i; }
+      FSumIncludingOutliers += x;
+      if (IsOutlier(i)) continue;
+      if (x < FMinimum) { FMinimum = x; FMinimumIdx = i; }
+      if (x > FMaximum) { FMaximum = x; FMaximumIdx = i; }
+      // Ascending is tested against the last value that is no outlier; a restart of the
+      // statistics begins that test only from the third such value on.
+      if (FLastValidIdx >= 2) FOnlyAscending = FOnlyAscending && x > v[FLastValidIdx];
+      FLastValidIdx = i;
+      FSum += x;
+    }
+  }
+  FCheckedCount = n;
+}
+
+#define QY_STAT_GETTER(Type, Name, Field)                                                          \
+  Type TQyCustomDoubleVector::Name() {                                                             \
+    CheckMinMax();                                                                                 \
+    return Field;                                                                                  \
+  }
+QY_STAT_GETTER(double, GetMinimum, FMinimum)
+QY_STAT_GETTER(double, GetMaximum, FMaximum)
+QY_STAT_GETTER(double, GetMinimumIncludingOutliers, FMinimumIncludingOutliers)
+QY_STAT_GETTER(double, GetMaximumIncludingOutliers, FMaximumIncludingOutliers)
+QY_STAT_GETTER(int, GetMinimumIdx, FMinimumIdx)
+QY_STAT_GETTER(int, GetMaximumIdx, FMaximumIdx)
+QY_STAT_GETTER(int, GetMinimumIdxIncludingOutliers, FMinimumIdxIncludingOutliers)
+QY_STAT_GETTER(int, GetMaximumIdxIncludingOutliers, FMaximumIdxIncludingOutliers)
+QY_STAT_GETTER(bool, GetOnlyAscending, FOnlyAscending)
+QY_STAT_GETTER(double, GetSum, FSum)
+QY_STAT_GETTER(double, GetSumIncludingOutliers, FSumIncludingOutliers)
+#undef QY_STAT_GETTER
+
+void TQyCustomDoubleVector::ResetRanges() {
+  FCheckedCount = 0;
+  FMinimumIdx = FMaximumIdx = FMinimumIdxIncludingOutliers = FMaximumIdxIncludingOutliers = -1;
+  FMinimum = FMinimumIncludingOutliers = QyMaxDouble();
+  FMaximum = FMaximumIncludingOutliers = -QyMaxDouble();
+  FSum = FSumIncludingOutliers = 0;
+  FLastValidIdx = -1;
+  FOnlyAscending = true; // recomputed from the first value on
+}
+
+// ---- values -----------------------------------------------------------------------------------
+
+double TQyCustomDoubleVector::GetValue(int i) const {
+  if (i < 0 || i >= GetCount()) QyRaiseIndexError(i);
+  return FValues[i];
+}
+
+void TQyCustomDoubleVector::CheckCount(int n) {
+  if (n >= FCapacity) {
+    while (FCapacity < n) FCapacity += FIncrement;
+    // The observable capacity grows by Increment; the storage grows geometrically beneath, so
+    // that appending stays O(1) amortised.
+    if (static_cast<size_t>(FCapacity) > FValues.size())
+      FValues.resize(std::max<size_t>(FCapacity, FValues.size() + FValues.size() / 2));
+  }
+  if (n >= FCount.load(std::memory_order_relaxed)) FCount.store(n, std::memory_order_release);
+}
+
+void TQyCustomDoubleVector::StoreValue(int i, double v) {
+  if (i < 0) QyRaiseIndexError(i);
+  if (static_cast<size_t>(i) >= FValues.size()) CheckCount(i + 1); // grow before storing
+  FValues[i] = v;
+  if (i >= FCount.load(std::memory_order_relaxed)) CheckCount(i + 1);
+}
+
+void TQyCustomDoubleVector::SetValue(int i, double v) {
+  if (i < 0) QyRaiseIndexError(i);
+  TQyVectorChange change;
+  {
+    std::unique_lock lock(FLock);
+    const int oldCount = FCount.load(std::memory_order_relaxed);
+    if (i >= oldCount) {
+      // Appending: the statistics take the new tail lazily, the points continue incrementally.
+      StoreValue(i, v);
+      change = TQyVectorChange::Appended;
+    } else {
+      const double old = FValues[i];
+      if (old == v) return;
+      change = TQyVectorChange::Changed;
+      if (i < FCheckedCount) {
+        if (i == FMinimumIdxIncludingOutliers || i == FMaximumIdxIncludingOutliers ||
+            i == FMinimumIdx || i == FMaximumIdx) {
+          change = TQyVectorChange::Ranges; // an extreme moves: recompute the statistics
+        } else {
+          const bool outlier = FHasOutliers && IsOutlier(i);
+          FSumIncludingOutliers += v - old;
+          if (!outlier) {
+            FSum += v - old;
+            // A new value beyond an extreme, or out of order, is seen at once.
+            if (v < FMinimum || v > FMaximum) change = TQyVectorChange::Ranges;
+            if ((i > 0 && v <= FValues[i - 1]) || (i + 1 < oldCount && v >= FValues[i + 1]))
+              FOnlyAscending = false;
+          }
+        }
+      }
+      FValues[i] = v;
+      if (change == TQyVectorChange::Ranges) ResetRanges();
+    }
+  }
+  NotifyListeners(change);
+}
+
+int TQyCustomDoubleVector::Add(double v) {
+  SetValue(GetCount(), v);
+  return GetCount();
+}
+
+int TQyCustomDoubleVector::Insert(int i, double v) {
+  const int n = GetCount();
+  if (i < 0 || i > n) QyRaiseIndexError(i);
+  if (i == n) return Add(v);
+  {
+    std::unique_lock lock(FLock);
+    for (int k = 0; k < FOutliers.Count(); ++k)
+      if (FOutliers[k] >= i) FOutliers[k] += 1;
+    CheckCount(n + 1);
+    std::copy_backward(FValues.begin() + i, FValues.begin() + n, FValues.begin() + n + 1);
+    FValues[i] = v;
+    // Inserting is O(n) anyway: recompute the statistics rather than patch them.
+    ResetRanges();
+  }
+  if (QThread::currentThread() == thread())
+    for (QObject* o : RelatedSeries())
+      if (auto* s = qobject_cast<TQySeries*>(o); s && s->GetYData() == this)
+        s->ValueInsertedLinkedMarkers(i);
+  NotifyListeners(TQyVectorChange::Ranges);
+  return GetCount();
+}
+
+void TQyCustomDoubleVector::Delete(int i, bool deleteLinkedMarkers) {
+  const int n = GetCount();
+  if (i < 0 || i >= n) return;
+  bool extreme;
+  {
+    std::unique_lock lock(FLock);
+    const bool outlier = FHasOutliers && IsOutlier(i);
+    extreme = i == FMinimumIdxIncludingOutliers || i == FMaximumIdxIncludingOutliers ||
+              (!outlier && (i == FMinimumIdx || i == FMaximumIdx));
+    if (i < FCheckedCount) {
+      FSumIncludingOutliers -= FValues[i];
+      if (!outlier) FSum -= FValues[i];
+    }
+    for (int k = FOutliers.Count() - 1; k >= 0; --k) {
+      if (FOutliers[k] == i) FOutliers.Delete(k);
+      else if (FOutliers[k] > i) FOutliers[k] -= 1;
+    }
+    FHasOutliers = FOutliers.Count() > 0;
+    std::copy(FValues.begin() + i + 1, FValues.begin() + n, FValues.begin() + i);
+    FCount.store(n - 1, std::memory_order_release);
+    // The kept statistics follow the shift of the indices behind i.
+    for (int* idx : {&FMinimumIdx, &FMaximumIdx, &FMinimumIdxIncludingOutliers,
+                     &FMaximumIdxIncludingOutliers, &FLastValidIdx})
+      if (*idx > i) *idx -= 1;
+    if (FCheckedCount > i) FCheckedCount -= 1;
+    if (extreme) ResetRanges();
+  }
+  if (deleteLinkedMarkers && QThread::currentThread() == thread())
+    for (QObject* o : RelatedSeries())
+      if (auto* s = qobject_cast<TQySeries*>(o); s && s->GetYData() == this)
+        s->DeleteLinkedMarkers(i);
+  NotifyListeners(extreme ? TQyVectorChange::Ranges : TQyVectorChange::Reset);
+}
+
+void TQyCustomDoubleVector::Clear(bool clearLinkedMarkers) {
+  {
+    std::unique_lock lock(FLock);
+    FCount.store(0, std::memory_order_release);
+    FHasOutliers = false;
+    FOutliers.Clear();
+    ResetRanges();
+  }
+  if (clearLinkedMarkers && QThread::currentThread() == thread())
+    for (QObject* o : RelatedSeries())
+      if (auto* s = qobject_cast<TQySeries*>(o); s && s->GetYData() == this)
+        s->ClearLinkedMarkers();
+  NotifyListeners(TQyVectorChange::Ranges);
+}
+
+// ---- outliers ---------------------------------------------------------------------------------
+
+bool TQyCustomDoubleVector::IsOutlier(int i) const {
+  if (!FHasOutliers) return false;
+  const int* o = FOutliers.Data();
+  return std::find(o, o + FOutliers.Count(), i) != o + FOutliers.Count();
+}
+
+void TQyCustomDoubleVector::AddOutlier(int i) {
+  if (IsOutlier(i)) return;
+  FHasOutliers = true;
+  FOutliers.Add(i);
+  OutOfRange();
+}
+
+void TQyCustomDoubleVector::RemoveOutlier(int i) {
+  for (int k = 0; k < FOutliers.Count(); ++k)
+    if (FOutliers[k] == i) FOutliers.Delete(k--);
+  FHasOutliers = FOutliers.Count() > 0;
+  OutOfRange();
+}
+
+void TQyCustomDoubleVector::SetOutlier(int i, bool on) { on ? AddOutlier(i) : RemoveOutlier(i); }
+
+void TQyCustomDoubleVector::ClearOutlieres() {
+  FOutliers.Clear();
+  FHasOutliers = false;
+  OutOfRange();
+}
+
+// ---- capacity ---------------------------------------------------------------------------------
+
+void TQyCustomDoubleVector::SetCapacity(int n) {
+  std::unique_lock lock(FLock);
+  if (n <= GetCount() || n == FCapacity) return;
+  FCapacity = n;
+  if (static_cast<size_t>(n) > FValues.size()) FValues.resize(n);
+}
+
+void TQyCustomDoubleVector::SetIncrement(int n) {
+  if (n >= 128) FIncrement = n;
+}
+
+// ---- listeners --------------------------------------------------------------------------------
+
+void TQyCustomDoubleVector::AddListener(QObject* listener) {
+  if (listener && !FRelatedSeries.contains(listener)) FRelatedSeries.append(listener);
+}
+
+void TQyCustomDoubleVector::RemoveListener(QObject* listener) { FRelatedSeries.removeAll(listener); }
+
+QList<QObject*> TQyCustomDoubleVector::RelatedSeries() const {
+  QList<QObject*> out;
+  for (const auto& p : FRelatedSeries)
+    if (p) out.append(p.data());
+  return out;
+}
+
+void TQyCustomDoubleVector::OutOfRange() {
+  {
+    std::unique_lock lock(FLock);
+    ResetRanges();
+  }
+  NotifyListeners(TQyVectorChange::Reset);
+}
+
+void TQyCustomDoubleVector::ResetRelatedSeries() { NotifyListeners(TQyVectorChange::Reset); }
+
+void TQyCustomDoubleVector::InvalidateRelatedSeries() { NotifyListeners(TQyVectorChange::Changed); }
+
+void TQyCustomDoubleVector::NotifyListeners(TQyVectorChange change) {
+  if (FDestroying) return;
+  if (QThread::currentThread() == thread()) {
+    Deliver(change);
+    return;
+  }
+  // From a worker: remember the strongest change and post one delivery.
+  int prev = FPendingChange.load();
+  while (int(change) > prev && !FPendingChange.compare_exchange_weak(prev, int(change))) {}
+  if (prev >= 0) return; // a delivery is already on its way
+  QMetaObject::invokeMethod(this, [this] {
+    const int c = FPendingChange.exchange(-1);
+    if (c >= 0) Deliver(TQyVectorChange(c));
+  }, Qt::QueuedConnection);
+}
+
+void TQyCustomDoubleVector::Deliver(TQyVectorChange change) {
+  for (QObject* o : RelatedSeries()) {
+    auto* s = qobject_cast<TQySeries*>(o);
+    if (!s) {
+      if (auto* l = dynamic_cast<TQyVectorListener*>(o)) l->Modified();
+      continue;
+    }
+    switch (change) {
+    case TQyVectorChange::Appended: s->Invalidate(); break;
+    case TQyVectorChange::Changed: s->IsFunctionSeries() ? s->SetLastCount(0) : s->PointsModified(); break;
+    case TQyVectorChange::Reset: s->SetLastCount(0); s->Invalidate(); break;
+    case TQyVectorChange::Ranges: s->RangesModified(); break;
+    }
+  }
+}
+
+// ---- TQyDoubleVector --------------------------------------------------------------------------
+
+TQyDoubleVector::TQyDoubleVector(QObject* owner) : TQyCustomDoubleVector(owner) {}
+
+void TQyDoubleVector::SetValues(std::vector<double> values) {
+  {
+    std::unique_lock lock(FLock);
+    const int n = int(values.size());
+    FValues = std::move(values);
+    if (FValues.empty()) FValues.resize(1);
+    FCapacity = std::max(n, 1);
+    FCount.store(n, std::memory_order_release);
+    FOutliers.Clear();
+    FHasOutliers = false;
+    ResetRanges();
+  }
+  NotifyListeners(TQyVectorChange::Ranges);
+}
+
+template <class T> void TQyDoubleVector::AddRangeOf(const T* values, int n) {
+  if (n <= 0) return;
+  {
+    std::unique_lock lock(FLock);
+    const int start = GetCount();
+    CheckCount(start + n);
+    std::copy(values, values + n, FValues.begin() + start);
+  }
+  NotifyListeners(TQyVectorChange::Appended);
+}
+
+void TQyDoubleVector::AddRange(const double* values, int n) { AddRangeOf(values, n); }
+void TQyDoubleVector::AddRange(const std::vector<float>& v) { AddRangeOf(v.data(), int(v.size())); }
+void TQyDoubleVector::AddRange(const std::vector<int>& v) { AddRangeOf(v.data(), int(v.size())); }
+
+// ---- TQyIndexer -------------------------------------------------------------------------------
+
+void TQyIndexer::SetValue(int, double) {
+  throw EExternal(QyText(QyRes::IndexerSetValue));
+}

@@ -1,0 +1,161 @@
+#pragma once
+// Data vectors: growing arrays of doubles with lazy incremental statistics, outliers and listeners.
+#include "QyPlainVectors.h"
+#include "QyProperty.h"
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <atomic>
+#include <functional>
+#include <shared_mutex>
+
+class TQySeries;
+
+// Something other than a series that wants to hear when a vector changes.
+class TQyVectorListener {
+public:
+  virtual ~TQyVectorListener() = default;
+  virtual void Modified() = 0;
+};
+
+class TQyCustomDoubleVector : public QObject, public TQyRecording {
+  Q_OBJECT
+public:
+  explicit TQyCustomDoubleVector(QObject* owner = nullptr);
+  ~TQyCustomDoubleVector() override;
+
+  // ---- statistics and values (virtual so that computed vectors can stand in)
+  virtual int GetCount() const { return FCount.load(std::memory_order_acquire); }
+  virtual void CheckMinMax();
+  virtual double GetMinimum();
+  virtual double GetMaximum();
+  virtual double GetMinimumIncludingOutliers();
+  virtual double GetMaximumIncludingOutliers();
+  virtual int GetMinimumIdx();
+  virtual int GetMaximumIdx();
+  virtual int GetMinimumIdxIncludingOutliers();
+  virtual int GetMaximumIdxIncludingOutliers();
+  virtual bool GetOnlyAscending();
+  virtual double GetSum();
+  virtual double GetSumIncludingOutliers();
+  virtual double GetValue(int i) const;
+  virtual void SetValue(int i, double v);
+  virtual bool IsChanged() const { return FCheckedCount < GetCount(); }
+
+  int Count() const { return GetCount(); }
+  int Capacity() const { return FCapacity; }
+  int Increment() const { return FIncrement; }
+  double operator[](int i) const { return GetValue(i); }
+  // Unchecked access for inner loops of readers that hold ReadLock() and checked the count.
+  const double* Data() const { return FValues.data(); }
+
+  int Add(double v);
+  int Insert(int i, double v);
+  void Delete(int i, bool deleteLinkedMarkers = true);
+  void Clear(bool clearLinkedMarkers = true);
+  bool IsOutlier(int i) const;
+  void AddOutlier(int i);
+  void RemoveOutlier(int i);
+  void SetOutlier(int i, bool on);
+  void ClearOutlieres();
+  bool HasOutliers() const { return FHasOutliers; }
+  const TQyIntegerVector& Outliers() const { return FOutliers; }
+  void SetCapacity(int n);
+  void SetIncrement(int n);
+  void CheckCount(int n);
+  void ResetRanges();
+  void OutOfRange();
+  void ResetRelatedSeries();
+  void InvalidateRelatedSeries();
+
+  // ---- listeners: series and other objects (TQyVectorListener) that use this vector
+  void AddListener(QObject* listener);
+  void RemoveListener(QObject* listener);
+  QList<QObject*> RelatedSeries() const;
+
+  // Appends may come from a worker thread while the interface thread reads. Writers take the lock
+  // exclusively; a reader that walks the values (point calculation, statistics) holds it shared.
+  std::shared_lock<std::shared_mutex> ReadLock() const { return std::shared_lock(FLock); }
+
+  // What a change means to the listeners, weakest first.
+  enum class TQyVectorChange { Appended, Changed, Reset, Ranges };
+
+protected:
+  // Tells every listener, on the interface thread; changes from other threads are coalesced into
+  // one queued notification of the strongest kind.
+  void NotifyListeners(TQyVectorChange change);
+  void Deliver(TQyVectorChange change);
+  void StoreValue(int i, double v); // CheckCount + store, no statistics
+  void CheckMinMaxLocked();
+
+  std::atomic<int> FCount{0};
+  int FCapacity = 128;
+  int FIncrement = 128;
+  int FCheckedCount = 0;
+  int FMinimumIdx = -1, FMaximumIdx = -1;
+  int FMinimumIdxIncludingOutliers = -1, FMaximumIdxIncludingOutliers = -1;
+  double FMinimum = QyMaxDouble(), FMaximum = -QyMaxDouble();
+  double FMinimumIncludingOutliers = QyMaxDouble(), FMaximumIncludingOutliers = -QyMaxDouble();
+  double FSum = 0, FSumIncludingOutliers = 0;
+  int FLastValidIdx = -1; // last non-outlier index seen by the statistics
+  bool FOnlyAscending = true;
+  bool FHasOutliers = false;
+  TQyIntegerVector FOutliers;
+  std::vector<double> FValues;
+  QList<QPointer<QObject>> FRelatedSeries;
+  mutable std::shared_mutex FLock;
+  std::atomic<int> FPendingChange{-1};
+
+private:
+  static constexpr double QyMaxDouble() { return 1.7976931348623157e308; }
+};
+
+// The concrete vector that applications fill.
+class TQyDoubleVector : public TQyCustomDoubleVector {
+  Q_OBJECT
+  Q_PROPERTY(bool PersistentValues READ GetPersistentValues WRITE SetPersistentValues)
+  Q_PROPERTY(int Capacity READ Capacity WRITE SetCapacity)
+  Q_PROPERTY(int Increment READ Increment WRITE SetIncrement)
+public:
+  explicit TQyDoubleVector(QObject* owner = nullptr);
+  bool GetPersistentValues() const { return FPersistentValues; }
+  void SetPersistentValues(bool v) { FPersistentValues = v; }
+  // Takes the values as the vector's content.
+  void SetValues(std::vector<double> values);
+  void AddRange(const double* values, int n);
+  void AddRange(const std::vector<double>& values) { AddRange(values.data(), int(values.size())); }
+  void AddRange(const std::vector<float>& values);
+  void AddRange(const std::vector<int>& values);
+
+private:
+  template <class T> void AddRangeOf(const T* values, int n);
+  bool FPersistentValues = false;
+};
+
+// A vector whose value at i is i: stands in for a missing data vector of a series.
+class TQyIndexer : public TQyCustomDoubleVector {
+  Q_OBJECT
+public:
+  explicit TQyIndexer(QObject* owner = nullptr) : TQyCustomDoubleVector(owner) {}
+  void SetPartner(TQyCustomDoubleVector* partner) { FPartner = partner; }
+  TQyCustomDoubleVector* Partner() const { return FPartner; }
+  int GetCount() const override { return FPartner ? FPartner->GetCount() : 0; }
+  void CheckMinMax() override {}
+  double GetMinimum() override { return 0; }
+  double GetMaximum() override { return GetCount() > 1 ? GetCount() - 1 : 0; }
+  double GetMinimumIncludingOutliers() override { return GetMinimum(); }
+  double GetMaximumIncludingOutliers() override { return GetMaximum(); }
+  int GetMinimumIdx() override { return GetCount() < 1 ? -1 : 0; }
+  int GetMaximumIdx() override { return GetCount() < 1 ? -1 : GetCount() - 1; }
+  int GetMinimumIdxIncludingOutliers() override { return GetMinimumIdx(); }
+  int GetMaximumIdxIncludingOutliers() override { return GetMaximumIdx(); }
+  bool GetOnlyAscending() override { return true; }
+  double GetSum() override { return (GetCount() - 1) / 2.0 * GetCount(); }
+  double GetSumIncludingOutliers() override { return GetSum(); }
+  double GetValue(int i) const override { return FPartner ? i : 0; }
+  void SetValue(int i, double v) override;
+  bool IsChanged() const override { return FPartner && FPartner->IsChanged(); }
+
+private:
+  QPointer<TQyCustomDoubleVector> FPartner;
+};
