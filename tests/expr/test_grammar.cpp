@@ -1,0 +1,156 @@
+// How the parser splits text: precedence, signs, numbers with exponents, brackets, names, and
+// the messages for text it cannot read.
+#include "ExprTestUtil.h"
+#include <bit>
+#include <clocale>
+#include <string>
+#include <cstdint>
+
+TEST(ExprGrammar, PrecedenceAndAssociativity) {
+  EXPECT_EQ(Eval("2+3*4"), 14);
+  EXPECT_EQ(Eval("(2+3)*4"), 20);
+  EXPECT_EQ(Eval("2-3-4"), -5);
+  EXPECT_EQ(Eval("2/4/2"), 0.25);
+  EXPECT_EQ(Eval("8/2*4"), 16);
+  EXPECT_EQ(Eval("2^3^2"), 64); // the last "^" splits: (2^3)^2
+  EXPECT_EQ(Eval("2*3^2"), 18);
+  EXPECT_EQ(Eval("10-2^3*2"), -6);
+}
+
+TEST(ExprGrammar, SignsBindWeakerThanPowerAndBelongToExponents) {
+  EXPECT_EQ(Eval("-2^2"), -4);
+  EXPECT_EQ(Eval("2^-1"), 0.5);
+  EXPECT_EQ(Eval("2^+3"), 8);
+  EXPECT_EQ(Eval("+5-2"), 3);
+  EXPECT_EQ(Eval("-3*2"), -6);
+  EXPECT_EQ(Eval("2*(-3)"), -6);
+  // The "-" of "2*-3" is taken for a subtraction whose left side "2*" lacks an operand.
+  EXPECT_EQ(ParseFailure<EMathError>("2*-3"), ParseError("2*"));
+  EXPECT_EQ(ParseFailure<EMathError>("2--3"), ParseError("2-"));
+}
+
+TEST(ExprGrammar, NumbersWithExponents) {
+  EXPECT_EQ(Eval("1E-3"), 0.001);
+  EXPECT_EQ(Eval("1e-3"), 0.001);
+  EXPECT_EQ(Eval("2.5E+2"), 250);
+  EXPECT_EQ(Eval("1E-3+2"), 2.001);
+  EXPECT_EQ(Eval("3*1E-3"), 3 * 0.001);
+  // The last additive operator looks like an exponent sign: the additive rule gives up for the
+  // whole text, which no other rule can read.
+  EXPECT_EQ(ParseFailure<EMathError>("2+1E-3"), ParseError("2+1E-3"));
+  EXPECT_EQ(ParseFailure<EMathError>("X1E-3"), ParseError("X1E-3"));
+  // ... but a product can still split it, and its left side is read from the start again.
+  EXPECT_DOUBLE_EQ(Eval("1+2*1E-3"), 3 * 0.001);
+  // A number too large for a double is no number.
+  EXPECT_EQ(ParseFailure<EMathError>("1E999"), ParseError("1E999"));
+}
+
+TEST(ExprGrammar, NumbersIgnoreTheMachineLocale) {
+  const char* old = std::setlocale(LC_NUMERIC, nullptr);
+  const std::string saved = old ? old : "C";
+  if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr) std::setlocale(LC_NUMERIC, "C");
+  EXPECT_EQ(Eval("1.5*2"), 3);
+  EXPECT_EQ(ParseFailure<EMathError>("1,5"), ParseError("1,5"));
+  std::setlocale(LC_NUMERIC, saved.c_str());
+}
+
+TEST(ExprGrammar, BracketsBlanksAndCase) {
+  EXPECT_EQ(Eval("[1+2]*[3+4]"), 21);
+  EXPECT_EQ(Eval("((((7))))"), 7);
+  EXPECT_EQ(Eval("sin[0]"), 0);
+  EXPECT_EQ(Eval("SIN(0)"), 0);
+  EXPECT_EQ(Eval("Sin (0)"), 0);
+  EXPECT_EQ(Eval(" 1 +  2 "), 3);
+  TQyFunctionParser p;
+  p.SetExpression("sin [ 1 ]");
+  EXPECT_EQ(p.Expression(), "sin(1)"); // blanks go, brackets turn round
+}
+
+TEST(ExprGrammar, ParserConstants) {
+  const double pi = Eval("PI");
+  const double e = Eval("e");
+  EXPECT_EQ(std::bit_cast<std::uint64_t>(pi), 0x400921FB54442D18u);
+  EXPECT_EQ(std::bit_cast<std::uint64_t>(e), 0x4005BF0A8B145774u);
+  EXPECT_EQ(std::bit_cast<std::uint64_t>(Eval("E")), 0x4005BF0A8B145774u);
+  EXPECT_EQ(Eval("2*pi"), 2 * pi);
+  EXPECT_EQ(Eval("E-1"), e - 1); // not an exponent: no digit before the "E"
+  for (int i = 0; i < 200; ++i) {
+    const double r = Eval("Random");
+    ASSERT_GE(r, 0.0);
+    ASSERT_LT(r, 1.0);
+  }
+  // Random is a name, not a function.
+  EXPECT_EQ(ParseFailure<EMathError>("Random()"), ParseError("RANDOM()"));
+}
+
+TEST(ExprGrammar, BracketCountMessages) {
+  EXPECT_EQ(ParseFailure<EMathError>("((1)"), "1 closing brackets missing");
+  EXPECT_EQ(ParseFailure<EMathError>("(((1"), "3 closing brackets missing");
+  // The negative count is printed as its unsigned 32-bit image.
+  EXPECT_EQ(ParseFailure<EMathError>("(1))"), "4294967295 opening brackets missing");
+  EXPECT_EQ(ParseFailure<EMathError>("1))"), "4294967294 opening brackets missing");
+  // Only the sum counts: ")(" passes the count and fails when read.
+  EXPECT_EQ(ParseFailure<EMathError>(")("), ParseError(")("));
+}
+
+TEST(ExprGrammar, UnreadablePiecesAreNamedInTheMessage) {
+  EXPECT_EQ(ParseFailure<EMathError>("1+Foo"), ParseError("FOO"));
+  EXPECT_EQ(ParseFailure<EMathError>("Foo(2)*3"), ParseError("FOO(2)"));
+  EXPECT_EQ(ParseFailure<EMathError>("1.2.3"), ParseError("1.2.3"));
+  // A function call followed by more text drops the last ")" and fails on the text inside.
+  EXPECT_EQ(ParseFailure<EMathError>("Sin(1)Cos(2)"), ParseError("1)COS(2"));
+  EXPECT_EQ(ParseFailure<EMathError>("Sin(1)2"), ParseError("1)"));
+}
+
+TEST(ExprGrammar, EmptyOperandsFailWithTheirPiece) {
+  EXPECT_EQ(ParseFailure<EMathError>("2+"), ParseError("2+"));
+  EXPECT_EQ(ParseFailure<EMathError>("*3"), ParseError("*3"));
+  EXPECT_EQ(ParseFailure<EMathError>("-"), ParseError("-"));
+  EXPECT_EQ(ParseFailure<EMathError>("()"), ParseError("()"));
+  EXPECT_EQ(ParseFailure<EMathError>("Sin()"), ParseError("SIN()"));
+  EXPECT_EQ(ParseFailure<EMathError>("2^"), ParseError("2^"));
+  EXPECT_EQ(ParseFailure<EMathError>("1+(2*)"), ParseError("2*"));
+}
+
+TEST(ExprParser, ExpressionLifecycle) {
+  TQyFunctionParser p;
+  EXPECT_EQ(p.StartNode(), nullptr);
+  try {
+    p.GetResult();
+    FAIL() << "no exception";
+  } catch (const EExternal& e) {
+    EXPECT_EQ(e.Message(), "No valid expression defined");
+  }
+  p.SetExpression("1+1");
+  EXPECT_EQ(p.Result(), 2);
+  const TQyNode* tree = p.StartNode();
+  p.SetExpression("1+1"); // unchanged and free of blanks: not parsed again
+  EXPECT_EQ(p.StartNode(), tree);
+  EXPECT_THROW(p.SetExpression("1+"), EMathError);
+  EXPECT_EQ(p.Expression(), "1+"); // the bad text stays, the tree is gone
+  EXPECT_THROW(p.GetResult(), EExternal);
+  EXPECT_THROW(p.SetExpression("(2"), EMathError);
+  EXPECT_EQ(p.StartNode(), nullptr);
+  p.SetExpression("3");
+  EXPECT_EQ(p.Result(), 3);
+  p.SetExpression("");
+  EXPECT_THROW(p.GetResult(), EExternal);
+  p.SetExpression("4");
+  p.SetExpression("   "); // blanks only: no formula, not the previous one
+  EXPECT_THROW(p.GetResult(), EExternal);
+}
+
+TEST(ExprParser, PrivateFunctionsAndVariables) {
+  TQyFunctionParser p;
+  double x = 2;
+  AddVariableToList("X", "X-Value", nullptr, [&x] { return x; }, p.VariablesList);
+  AddFunctionToList("Twice", "", [](double v) { return 2 * v; }, p.FunctionsList);
+  p.SetExpression("twice(x)^2+x");
+  EXPECT_EQ(p.Result(), 18);
+  x = 3; // the tree reads the variable at each evaluation
+  EXPECT_EQ(p.Result(), 39);
+  // The parser's own function is found before the global one of the same name.
+  AddFunctionToList("Sqr", "", [](double v) { return v + 100; }, p.FunctionsList);
+  p.SetExpression("sqr(1)");
+  EXPECT_EQ(p.Result(), 101);
+}

@@ -1,0 +1,116 @@
+// Caption placeholders: strings, numeric expressions with formats, escapes, recursion.
+#include "ExprTestUtil.h"
+#include <QWidget>
+
+namespace {
+class CaptionUser : public QObject, public IQyVariablesUser {
+public:
+  void VariablesChanged() override {}
+};
+
+class ExprPlaceholders : public testing::Test {
+protected:
+  void SetUp() override {
+    form.setObjectName("Form1");
+    graph = new QObject(&form);
+    graph->setObjectName("Graph1");
+    RegisterStringVariable(graph, "Name", "Internal name of the graph control", [this] { return graph->objectName(); });
+    RegisterStringVariable(graph, "Caption", "", [this] { return caption; });
+    RegisterDoubleVariable(graph, "Mean", "", [] { return 2.5; });
+  }
+  void TearDown() override { RemoveVariablesOfOwner(graph); }
+  QString Parse(const QString& s) { return ParseVariables(s, &user); }
+
+  QWidget form;
+  QObject* graph = nullptr;
+  QString caption = "Pressure";
+  CaptionUser user;
+};
+} // namespace
+
+TEST_F(ExprPlaceholders, StringsAndNumbers) {
+  EXPECT_EQ(Parse("Graph <%form1.graph1.name%>: <%Form1.Graph1.Caption%>"), "Graph Graph1: Pressure");
+  EXPECT_EQ(Parse("<%1+2%>"), "3");
+  EXPECT_EQ(Parse("m=<%Form1.Graph1.Mean*2%>!"), "m=5!");
+  EXPECT_EQ(Parse("no marks at all"), "no marks at all");
+  EXPECT_EQ(Parse(""), "");
+}
+
+TEST_F(ExprPlaceholders, FormatsApplyToNumbersOnly) {
+  EXPECT_EQ(Parse("<%Sin(Pi/2)+1;0.000%>"), "2.000");
+  EXPECT_EQ(Parse("<%Form1.Graph1.Mean;0.0%> bar"), "2.5 bar");
+  // On the string path the ";" is part of the name, so the name is not a string; the number
+  // path then reads the name and fails.
+  try {
+    Parse("<%Form1.Graph1.Caption;0.0%>");
+    FAIL() << "no exception";
+  } catch (const EMathError& e) {
+    EXPECT_EQ(e.Message(), ParseError("FORM1.GRAPH1.CAPTION"));
+  }
+}
+
+TEST_F(ExprPlaceholders, DoubledMarksAreLiterals) {
+  EXPECT_EQ(Parse("a <%<% b"), "a <% b");
+  EXPECT_EQ(Parse("a %>%> b"), "a %> b");
+  EXPECT_EQ(Parse("<%<%x%>%> = <%2*3%>"), "<%x%> = 6");
+  EXPECT_EQ(Parse("lone %> then <%4%>"), "lone %> then 4");
+}
+
+TEST_F(ExprPlaceholders, AdjacentPlaceholdersAndEmptyValues) {
+  caption = "";
+  // The first value is empty: the placeholder right behind it is resolved all the same.
+  EXPECT_EQ(Parse("<%Form1.Graph1.Caption%><%1%>"), "1");
+  EXPECT_EQ(Parse("<%1%><%2%><%3%>"), "123");
+}
+
+TEST_F(ExprPlaceholders, ErrorsReachTheCaller) {
+  try {
+    Parse("open <%1+1");
+    FAIL() << "no exception";
+  } catch (const EExternal& e) {
+    EXPECT_EQ(e.Message(), "No valid expression defined");
+  }
+  try {
+    Parse("<%Nobody%>");
+    FAIL() << "no exception";
+  } catch (const EMathError& e) {
+    EXPECT_EQ(e.Message(), ParseError("NOBODY"));
+  }
+  EXPECT_THROW(Parse("<%%>"), EExternal);
+  EXPECT_THROW(Parse("<%1/0%>"), EZeroDivide);
+  QString result;
+  EXPECT_THROW(FindTheVar("", &user, result), EExternal);
+  EXPECT_EQ(result, "...");
+}
+
+TEST_F(ExprPlaceholders, StringValuesAreResolvedRecursivelyWithDependants) {
+  QObject series(&form);
+  series.setObjectName("Series1");
+  TQyVariableObjects seriesDependants(&series);
+  TQyVariableObjects graphDependants(graph);
+  RegisterStringVariable(&series, "Caption", "", [] { return QString("in <%Form1.Graph1.Caption%>"); });
+  EXPECT_EQ(Parse("<%Form1.Series1.Caption%>"), "in Pressure");
+  EXPECT_TRUE(seriesDependants.Contains(&user)); // registered on each level
+  EXPECT_TRUE(graphDependants.Contains(&user));
+  RemoveVariablesOfOwner(&series);
+}
+
+TEST_F(ExprPlaceholders, SelfReferringStringsAreRefused) {
+  caption = "loop <%Form1.Graph1.Caption%>";
+  try {
+    Parse("<%Form1.Graph1.Caption%>");
+    FAIL() << "no exception";
+  } catch (const EMathError& e) {
+    EXPECT_EQ(e.Message(), ParseError("Form1.Graph1.Caption"));
+  }
+  // Around a circle of two strings.
+  RegisterStringVariable(graph, "Other", "", [] { return QString("<%Form1.Graph1.Caption%>"); });
+  caption = "<%Form1.Graph1.Other%>";
+  EXPECT_THROW(Parse("<%Form1.Graph1.Other%>"), EMathError);
+  // The same string twice side by side is no circle.
+  caption = "x";
+  EXPECT_EQ(Parse("<%Form1.Graph1.Caption%><%Form1.Graph1.Caption%>"), "xx");
+  // A value that hides an escaped placeholder of itself is shown, not resolved again.
+  caption = "a<%<%Form1.Graph1.Caption%>%>";
+  EXPECT_EQ(Parse("<%Form1.Graph1.Caption%>"), "a<%Form1.Graph1.Caption%>");
+}
