@@ -1,0 +1,287 @@
+// String helpers of Part 6.4 (QyStringFunctions). Expected values by hand from the Part's rules.
+#include <QyExceptions.h>
+#include <QyStringFunctions.h>
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <string>
+
+namespace {
+TFormatSettings CommaSettings() {
+  TFormatSettings fs = DefaultFormatSettings();
+  fs.DecimalSeparator = ',';
+  fs.ThousandSeparator = '.';
+  return fs;
+}
+} // namespace
+
+// ---- Positions and characters
+
+TEST(StringFunctionsPositions, LastPosIsOneBasedOrMinusOne) {
+  EXPECT_EQ(LastPos('.', "a.b.c"), 4);
+  EXPECT_EQ(LastPos('a', "a"), 1);
+  EXPECT_EQ(LastPos('x', "abc"), -1);
+  EXPECT_EQ(LastPos('.', ""), -1);
+  EXPECT_EQ(LastPointPos("Form1.Graph1.Axis"), 13);
+  EXPECT_EQ(LastPointPos("Graph1"), -1);
+  EXPECT_TRUE(CharIn('b', "abc"));
+  EXPECT_FALSE(CharIn('d', "abc"));
+  EXPECT_FALSE(CharIn('a', ""));
+}
+
+TEST(StringFunctionsPositions, DigitClasses) {
+  for (QChar c : QString("0123456789+-")) EXPECT_TRUE(IsIntegerDigit(c)) << c.toLatin1();
+  for (QChar c : QString(".eEx ,")) EXPECT_FALSE(IsIntegerDigit(c)) << c.toLatin1();
+  for (QChar c : QString("0123456789+-.eE")) EXPECT_TRUE(IsAmericanNumberDigit(c)) << c.toLatin1();
+  for (QChar c : QString(",xdD $")) EXPECT_FALSE(IsAmericanNumberDigit(c)) << c.toLatin1();
+}
+
+// ---- IndexToAlphabet: spreadsheet column names
+
+struct AlphabetCase {
+  int index;
+  const char* expected;
+};
+
+class StringFunctionsIndexToAlphabet : public testing::TestWithParam<AlphabetCase> {};
+
+TEST_P(StringFunctionsIndexToAlphabet, ColumnName) {
+  EXPECT_EQ(IndexToAlphabet(GetParam().index).toStdString(), GetParam().expected) << GetParam().index;
+}
+
+INSTANTIATE_TEST_SUITE_P(Columns, StringFunctionsIndexToAlphabet,
+                         testing::Values(AlphabetCase{-5, ""}, AlphabetCase{0, ""}, AlphabetCase{1, "A"},
+                                         AlphabetCase{2, "B"}, AlphabetCase{26, "Z"}, AlphabetCase{27, "AA"},
+                                         AlphabetCase{28, "AB"}, AlphabetCase{52, "AZ"},
+                                         AlphabetCase{53, "BA"}, AlphabetCase{702, "ZZ"},
+                                         AlphabetCase{703, "AAA"}, AlphabetCase{704, "AAB"},
+                                         AlphabetCase{16384, "XFD"}, AlphabetCase{18278, "ZZZ"},
+                                         AlphabetCase{18279, "AAAA"}));
+
+// ---- Numbers as text
+
+TEST(StringFunctionsNumbers, RealToStrDigitsLowersThePrecisionUntilTheTextFits) {
+  EXPECT_EQ(RealToStrDigits(1.5, 0), "1.5");                 // width 0: FloatToStr
+  EXPECT_EQ(RealToStrDigits(1234567, 0), "1234567");
+  EXPECT_EQ(RealToStrDigits(123456, 6), "123456");
+  EXPECT_EQ(RealToStrDigits(1234567, 6), "1.23E6");          // 1.23457E6, 1.2346E6, 1.235E6, 1.23E6
+  EXPECT_EQ(RealToStrDigits(0.000123456, 6), "0.0001");      // down to precision 1
+  EXPECT_EQ(RealToStrDigits(1.0 / 3, 6), "0.3333");
+  EXPECT_EQ(RealToStrDigits(5.123456, 6), "5.1235");
+  EXPECT_EQ(RealToStrDigits(-1.5, 2), "-2");                 // precision 1, tie away from zero
+  EXPECT_EQ(RealToStrDigits(99999.95, 5), "1E5");
+}
+
+TEST(StringFunctionsNumbers, AmericanizeSwapsTheSettingsDecimalSeparator) {
+  EXPECT_EQ(Americanize("1.5;2.5"), "1.5;2.5"); // default settings: already a point
+  EXPECT_EQ(DeAmericanize("1.5"), "1.5");
+  const TFormatSettings fs = CommaSettings();
+  EXPECT_EQ(Americanize("1,5;2,5", fs), "1.5;2.5");
+  EXPECT_EQ(DeAmericanize("1.5;2.5", fs), "1,5;2,5");
+}
+
+TEST(StringFunctionsNumbers, DoubleToStrAndBackAlwaysUseThePoint) {
+  const TFormatSettings fs = CommaSettings();
+  EXPECT_EQ(DoubleToStr(0.5), "0.5");
+  EXPECT_EQ(DoubleToStr(0.5, fs), "0.5");
+  EXPECT_EQ(DoubleToStr(-1.25e-7, fs), "-1.25E-7");
+  EXPECT_EQ(DoubleToStr(1e20), "1E20");
+  EXPECT_DOUBLE_EQ(DoubleFromStr("0.5"), 0.5);
+  EXPECT_DOUBLE_EQ(DoubleFromStr("0.5", fs), 0.5);
+  EXPECT_DOUBLE_EQ(DoubleFromStr("2.5E-3", fs), 0.0025);
+  EXPECT_THROW(DoubleFromStr("abc"), EConvertError);
+  EXPECT_EQ(DoubleFromStr(DoubleToStr(0.1 + 0.2)), 0.3);
+}
+
+TEST(StringFunctionsNumbers, DoubleToStrUnderACommaCLocale) {
+  const char* old = std::setlocale(LC_NUMERIC, nullptr);
+  const std::string saved = old ? old : "C";
+  if (!std::setlocale(LC_NUMERIC, "de_DE.UTF-8") && !std::setlocale(LC_NUMERIC, "de_DE.utf8"))
+    GTEST_SKIP() << "locale de_DE.UTF-8 is not installed";
+  const QString text = DoubleToStr(0.5);
+  const double back = DoubleFromStr("0.5");
+  std::setlocale(LC_NUMERIC, saved.c_str());
+  EXPECT_EQ(text, "0.5");
+  EXPECT_EQ(back, 0.5);
+}
+
+TEST(StringFunctionsNumbers, IntegersAsText) {
+  int v = 0;
+  EXPECT_TRUE(TryStrToInt("42", v));
+  EXPECT_EQ(v, 42);
+  EXPECT_EQ(StrToInt(" +7"), 7);
+  EXPECT_EQ(StrToInt("-2147483648"), -2147483647 - 1);
+  EXPECT_EQ(StrToInt("$FF"), 255);
+  EXPECT_EQ(StrToInt("0x10"), 16);
+  EXPECT_EQ(StrToInt("x1F"), 31); // Val also takes a bare "x" as the hexadecimal prefix
+  EXPECT_THROW(StrToInt("2147483648"), EConvertError);
+  EXPECT_THROW(StrToInt(""), EConvertError);
+  EXPECT_THROW(StrToInt("1.5"), EConvertError);
+  EXPECT_THROW(StrToInt("42 "), EConvertError); // Val: no trailing blanks
+  try {
+    StrToInt("1x");
+    FAIL() << "no exception";
+  } catch (const EConvertError& e) {
+    EXPECT_EQ(e.Message(), "'1x' is not a valid integer value");
+  }
+  EXPECT_EQ(IntToStr(-123), "-123");
+}
+
+// ---- Lists of numbers
+
+TEST(StringFunctionsLists, StringToDoubleArray) {
+  EXPECT_EQ(StringToDoubleArray("1.5;2;-3e2"), (QVector<double>{1.5, 2, -300}));
+  EXPECT_EQ(StringToDoubleArray("7"), (QVector<double>{7}));
+  EXPECT_EQ(StringToDoubleArray(" 1 ; 2 "), (QVector<double>{1, 2}));
+  EXPECT_EQ(StringToDoubleArray("1;2;"), (QVector<double>{1, 2})); // a trailing ";" ends the list
+  EXPECT_EQ(StringToDoubleArray("1.5;2,5", CommaSettings()), (QVector<double>{1.5, 2.5}));
+  EXPECT_THROW(StringToDoubleArray(""), EConvertError); // at least one item
+  EXPECT_THROW(StringToDoubleArray(";"), EConvertError);
+  EXPECT_THROW(StringToDoubleArray("1;;2"), EConvertError);
+  EXPECT_THROW(StringToDoubleArray("1,5"), EConvertError);
+  EXPECT_THROW(StringToDoubleArray("abc"), EConvertError);
+}
+
+TEST(StringFunctionsLists, DoubleArrayToString) {
+  EXPECT_EQ(DoubleArrayToString({}), "");
+  EXPECT_EQ(DoubleArrayToString({1.5, -2, 1e20, 0.1 + 0.2}), "1.5;-2;1E20;0.3");
+  EXPECT_EQ(DoubleArrayToString({1.5, 0.25}, CommaSettings()), "1.5;0.25");
+  const QVector<double> a{3.25, -1e-9, 42};
+  EXPECT_EQ(StringToDoubleArray(DoubleArrayToString(a)), a);
+}
+
+TEST(StringFunctionsLists, IntegerArrays) {
+  EXPECT_EQ(StringToIntegerArray("1;-2;$10"), (QVector<int>{1, -2, 16}));
+  EXPECT_EQ(StringToIntegerArray("5;"), (QVector<int>{5}));
+  EXPECT_THROW(StringToIntegerArray(""), EConvertError);
+  EXPECT_THROW(StringToIntegerArray("1;2.5"), EConvertError);
+  EXPECT_EQ(IntegerArrayToString({}), "");
+  EXPECT_EQ(IntegerArrayToString({1, -2, 3}), "1;-2;3");
+}
+
+// ---- Reading numbers out of free text
+
+TEST(StringFunctionsExtract, EraseToNumber) {
+  const struct { const char* in; const char* out; } cases[] = {
+      {"abc", ""},        {"", ""},         {"  12", "12"},     {"x=-3", "-3"},   {"ab-c", ""},
+      {"E5", "5"},        {"xe-3", "-3"},   {"..5", ".5"},      {"Fig. 3", "3"},  {"foo NaN 1", "NaN 1"},
+      {"+.5", "+.5"},     {"- 5", "5"},     {"value 7", "7"},   {"1e5", "1e5"}};
+  for (const auto& c : cases) {
+    QString s = c.in;
+    EraseToNumber(s);
+    EXPECT_EQ(s.toStdString(), c.out) << "'" << c.in << "'";
+  }
+}
+
+TEST(StringFunctionsExtract, ExtractOneIntReadsAndDeletes) {
+  QString s = "abc 12 def";
+  EXPECT_EQ(ExtractOneInt(s), 12);
+  EXPECT_EQ(s, " def");
+  s = "x-5y";
+  EXPECT_EQ(ExtractOneInt(s), -5);
+  EXPECT_EQ(s, "y");
+  s = "12-3"; // a run that is no integer: the part before the bad position
+  EXPECT_EQ(ExtractOneInt(s), 12);
+  EXPECT_EQ(s, "-3");
+  EXPECT_EQ(ExtractOneInt(s), -3);
+  EXPECT_EQ(s, "");
+  s = "+-5";
+  EXPECT_EQ(ExtractOneInt(s), -5);
+  s = "1e5";
+  EXPECT_EQ(ExtractOneInt(s), 1);
+  EXPECT_EQ(s, "e5");
+  s = "a - b 7";
+  EXPECT_EQ(ExtractOneInt(s), 7);
+}
+
+TEST(StringFunctionsExtract, ExtractOneIntRaisesWhenNothingCanBeRead) {
+  for (const char* text : {"", "abc", "- +", "99999999999"}) {
+    QString s = text;
+    EXPECT_THROW(ExtractOneInt(s), EConvertError) << "'" << text << "'";
+  }
+  QString s = "x 99999999999";
+  try {
+    ExtractOneInt(s);
+    FAIL() << "no exception";
+  } catch (const EConvertError& e) {
+    EXPECT_EQ(e.Message(), "'99999999999' is not a valid integer value");
+  }
+}
+
+TEST(StringFunctionsExtract, ExtractOneDoubleReadsAndDeletes) {
+  QString s = "x=1.5 y=2";
+  EXPECT_EQ(ExtractOneDouble(s), 1.5);
+  EXPECT_EQ(s, "2"); // erased to the next number
+  EXPECT_EQ(ExtractOneDouble(s), 2.0);
+  EXPECT_EQ(s, "");
+  s = "(-.5; 2.5e-3)";
+  EXPECT_EQ(ExtractOneDouble(s), -0.5);
+  EXPECT_EQ(ExtractOneDouble(s), 0.0025);
+  EXPECT_EQ(s, "");
+  s = "Temperature 5";
+  EXPECT_EQ(ExtractOneDouble(s), 5.0);
+}
+
+TEST(StringFunctionsExtract, ExtractOneDoubleNaN) {
+  QString s = "NAN;3";
+  EXPECT_TRUE(std::isnan(ExtractOneDouble(s)));
+  EXPECT_EQ(s, "3");
+  EXPECT_EQ(ExtractOneDouble(s), 3.0);
+  s = "a nan";
+  EXPECT_TRUE(std::isnan(ExtractOneDouble(s)));
+  EXPECT_EQ(s, "");
+  s = "NaN5";
+  EXPECT_TRUE(std::isnan(ExtractOneDouble(s)));
+  EXPECT_EQ(s, "5");
+  s = "-NAN";
+  EXPECT_TRUE(std::isnan(ExtractOneDouble(s))); // the sign alone starts no number
+}
+
+TEST(StringFunctionsExtract, ExtractOneDoublePartialParses) {
+  QString s = "1.5.3";
+  EXPECT_EQ(ExtractOneDouble(s), 1.5);
+  EXPECT_EQ(s, ".3");
+  EXPECT_EQ(ExtractOneDouble(s), 0.3);
+  s = "1e5e3";
+  EXPECT_EQ(ExtractOneDouble(s), 1e5);
+  EXPECT_EQ(s, "3"); // "e3" is an exponent left over and is erased
+  s = "1e";
+  EXPECT_EQ(ExtractOneDouble(s), 1.0);
+  EXPECT_EQ(s, "");
+  s = "2-3";
+  EXPECT_EQ(ExtractOneDouble(s), 2.0);
+  EXPECT_EQ(ExtractOneDouble(s), -3.0);
+  s = "7.";
+  EXPECT_EQ(ExtractOneDouble(s), 7.0);
+}
+
+TEST(StringFunctionsExtract, ExtractOneDoubleRaisesWhenNothingCanBeRead) {
+  for (const char* text : {"", "abc", "e", "1e400"}) {
+    QString s = text;
+    EXPECT_THROW(ExtractOneDouble(s), EConvertError) << "'" << text << "'";
+  }
+  QString s = "v 1e999";
+  try {
+    ExtractOneDouble(s);
+    FAIL() << "no exception";
+  } catch (const EConvertError& e) {
+    EXPECT_EQ(e.Message(), "'1e999' is not a valid floating point value");
+  }
+}
+
+// ---- Shift states
+
+TEST(StringFunctionsShiftState, SixteenLowBitsAsDecimal) {
+  using namespace QyShift;
+  EXPECT_EQ(ShiftStateToInt(TShiftState(ssShift) | ssCtrl), 5);
+  EXPECT_EQ(ShiftStateToStr(TShiftState(ssLeft)), "8");
+  EXPECT_EQ(ShiftStateToStr(TShiftState()), "0");
+  EXPECT_EQ(StrToShiftState("9"), TShiftState(ssShift) | ssLeft);
+  EXPECT_EQ(IntToShiftState(0x10008), TShiftState(ssLeft)); // bits above 15 are dropped
+  EXPECT_EQ(ShiftStateToInt(IntToShiftState(0xFFFFF)), 0xFFFF);
+  EXPECT_EQ(ShiftStateToInt(TShiftState(ssHorizontal)), 1024);
+  const TShiftState all = TShiftState(ssShift) | ssAlt | ssCtrl | ssLeft | ssRight | ssMiddle | ssDouble;
+  EXPECT_EQ(StrToShiftState(ShiftStateToStr(all)), all);
+  EXPECT_THROW(StrToShiftState("x"), EConvertError);
+}
