@@ -352,7 +352,6 @@ TEST(Cylinders, CapSitsAtTheValueEnd) {
   DrawCylinderVertical(&p, QyTransparent, 0xFF2060C0, 40, 100, 80, 40, 0, 10);
   DrawCylinderHorizontal(&p, QyTransparent, 0xFF2060C0, 100, 60, 170, 100, 0, 10);
   p.end();
-  const QRect vertical = QyProbe::BoundsOf(image.copy(0, 0, 95, 120), QColor(Qt::white));
   // Vertical: the cap ellipse stands above the rectangle's top (40) by its height.
   EXPECT_NE(QyProbe::At(image, 60, 34), 0xFFFFFFFFu);
   EXPECT_EQ(QyProbe::At(image, 60, 28), 0xFFFFFFFFu);
@@ -363,7 +362,6 @@ TEST(Cylinders, CapSitsAtTheValueEnd) {
   EXPECT_EQ(QyProbe::At(image, 183, 80), 0xFFFFFFFFu);
   EXPECT_NE(QyProbe::At(image, 101, 80), 0xFFFFFFFFu);
   EXPECT_EQ(QyProbe::At(image, 93, 80), 0xFFFFFFFFu);
-  Q_UNUSED(vertical);
 }
 
 TEST(Arrows, ArrowLineStopsAtTheNotchAndTheTipIsOnTheEnd) {
