@@ -8,6 +8,8 @@
 #include <clocale>
 #include <cmath>
 #include <limits>
+#include <ostream>
+#include <sstream>
 #include <string>
 
 namespace {
@@ -34,6 +36,22 @@ double Stamp(int y, int mo, int d, int h = 0, int n = 0, int s = 0, int ms = 0) 
   return DayNumber(y, mo, d) + ((h * 60.0 + n) * 60.0 + s + ms / 1000.0) / 86400.0;
 }
 
+// Test names (ctest lists the parameters): characters that could upset a test list become '_'.
+std::string Safe(const char* text) {
+  std::string s = text;
+  for (char& c : s)
+    if (c == ';' || c == '\'' || c == '"' || c == '[' || c == ']' || c == '\\' || c == ' ' || c == '#')
+      c = '_';
+  return "<" + s + ">";
+}
+
+std::string Num(double x) {
+  std::ostringstream os;
+  os.precision(17);
+  os << x;
+  return os.str();
+}
+
 TFormatSettings Settings(QChar decimal, QChar thousand) {
   TFormatSettings fs = DefaultFormatSettings();
   fs.DecimalSeparator = decimal;
@@ -49,6 +67,7 @@ struct FloatToStrCase {
   double value;
   const char* expected;
 };
+void PrintTo(const FloatToStrCase& c, std::ostream* os) { *os << Num(c.value) << " is " << Safe(c.expected); }
 
 class TextFormatFloatToStr : public testing::TestWithParam<FloatToStrCase> {};
 
@@ -81,6 +100,10 @@ struct FloatToStrFCase {
   int precision, digits;
   const char* expected;
 };
+void PrintTo(const FloatToStrFCase& c, std::ostream* os) {
+  *os << Num(c.value) << " format " << static_cast<int>(c.format) << " precision " << c.precision << " digits "
+      << c.digits << " is " << Safe(c.expected);
+}
 
 class TextFormatFloatToStrF : public testing::TestWithParam<FloatToStrFCase> {};
 
@@ -165,6 +188,9 @@ struct FormatFloatCase {
   double value;
   const char* expected;
 };
+void PrintTo(const FormatFloatCase& c, std::ostream* os) {
+  *os << Safe(c.format) << " of " << Num(c.value) << " is " << Safe(c.expected);
+}
 
 class TextFormatFormatFloat : public testing::TestWithParam<FormatFloatCase> {};
 
@@ -250,6 +276,9 @@ struct DateTimeCase {
   double value;
   const char* expected;
 };
+void PrintTo(const DateTimeCase& c, std::ostream* os) {
+  *os << Safe(c.format) << " of " << Num(c.value) << " is " << Safe(c.expected);
+}
 
 class TextFormatDateTime : public testing::TestWithParam<DateTimeCase> {};
 
@@ -326,6 +355,9 @@ struct StrToFloatCase {
   bool ok;
   double value;
 };
+void PrintTo(const StrToFloatCase& c, std::ostream* os) {
+  *os << Safe(c.text) << (c.ok ? " is " + Num(c.value) : std::string(" fails"));
+}
 
 class TextFormatStrToFloat : public testing::TestWithParam<StrToFloatCase> {};
 

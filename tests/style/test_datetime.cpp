@@ -6,12 +6,22 @@
 
 #include <cmath>
 #include <limits>
+#include <ostream>
+#include <sstream>
+#include <string>
 
 namespace {
 constexpr double Day = 1.0;
 constexpr double Hour = 1.0 / 24;
 constexpr double Minute = 1.0 / 1440;
 constexpr double Second = 1.0 / 86400;
+
+std::string Num(double x) {
+  std::ostringstream os;
+  os.precision(17);
+  os << x;
+  return os.str();
+}
 } // namespace
 
 // ---- SecondsToString
@@ -21,6 +31,9 @@ struct SecondsCase {
   TQySecondsFormatRange range;
   const char* expected;
 };
+void PrintTo(const SecondsCase& c, std::ostream* os) {
+  *os << Num(c.seconds) << " range " << static_cast<int>(c.range) << " is <" << c.expected << ">";
+}
 
 class QyDateTimeSecondsToString : public testing::TestWithParam<SecondsCase> {};
 
@@ -67,6 +80,9 @@ struct IncCase {
   std::int64_t n;
   double expected;
 };
+void PrintTo(const IncCase& c, std::ostream* os) {
+  *os << Num(c.t) << " plus " << c.n << " of unit " << static_cast<int>(c.unit) << " is " << Num(c.expected);
+}
 
 double Inc(Unit u, double t, std::int64_t n) {
   switch (u) {
@@ -124,6 +140,9 @@ TEST(QyDateTimeIncrements, AfterTheZeroDateTheyArePlainAdditions) {
 struct SpanCase {
   double earlier, later, expected;
 };
+void PrintTo(const SpanCase& c, std::ostream* os) {
+  *os << Num(c.earlier) << " to " << Num(c.later) << " is " << Num(c.expected);
+}
 
 class QyDateTimeSpan : public testing::TestWithParam<SpanCase> {};
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <ostream>
 #include <cmath>
 #include <string>
 
@@ -43,6 +44,7 @@ struct AlphabetCase {
   int index;
   const char* expected;
 };
+void PrintTo(const AlphabetCase& c, std::ostream* os) { *os << c.index << " is <" << c.expected << ">"; }
 
 class StringFunctionsIndexToAlphabet : public testing::TestWithParam<AlphabetCase> {};
 
