@@ -7,8 +7,12 @@
 
 #include <clocale>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
 #include <limits>
 #include <ostream>
+#include <random>
 #include <sstream>
 #include <string>
 
@@ -496,4 +500,45 @@ TEST(TextFormatLocale, CommaLocaleDoesNotChangeTheResults) {
   EXPECT_THROW(StrToFloat("1,5"), EConvertError);
   std::setlocale(LC_NUMERIC, saved.c_str());
   EXPECT_EQ(decimalPoint, ","); // the locale really was a comma locale
+}
+
+// ---- Robustness: random formats never crash, and 17 digits round-trip exactly ------------------
+
+TEST(TextFormatRobustness, RandomFormatsAndTexts) {
+  std::mt19937 rng(20240611);
+  const std::string alphabet = "0#.,;E+-e'\"%dmyhnsztca/:p x*123";
+  const double values[] = {0.0, -0.0, 1.5, -2.345, 1e20, -1e-20, 123456789.125, NaN, Inf, 36526.75, -1.25, 5e-324};
+  auto randomText = [&](size_t maxLen) {
+    std::string s;
+    const size_t n = rng() % (maxLen + 1);
+    for (size_t i = 0; i < n; ++i) s += alphabet[rng() % alphabet.size()];
+    return QString::fromStdString(s);
+  };
+  for (int round = 0; round < 3000; ++round) {
+    const QString f = randomText(12);
+    const double v = values[rng() % std::size(values)];
+    (void)FormatFloat(f, v);
+    try {
+      (void)FormatDateTime(f, v);
+    } catch (const EInvalidOp&) {
+    }
+    try {
+      (void)Format(f, {v, 7, QString("s")});
+    } catch (const EConvertError&) {
+    }
+    double out = 0;
+    (void)TryStrToFloat(randomText(8), out);
+  }
+}
+
+TEST(TextFormatRobustness, SeventeenDigitsRoundTripExactly) {
+  std::mt19937_64 rng(7);
+  for (int i = 0; i < 20000; ++i) {
+    const std::uint64_t bits = rng();
+    double x;
+    std::memcpy(&x, &bits, sizeof x);
+    if (!std::isfinite(x)) continue;
+    const QString text = FloatToStrF(x, TFloatFormat::General, 17, 0);
+    EXPECT_EQ(StrToFloat(text), x) << text.toStdString();
+  }
 }
