@@ -171,6 +171,9 @@ public:
   double Scale() const { return FScale; }
   double DataMin() const { return FDataMin; }
   double DataMax() const { return FDataMax; }
+  // The hull of the attached series' data, whatever the end modes made of the range.
+  double DataHullMin() const { return FHullMin; }
+  double DataHullMax() const { return FHullMax; }
   const TQySingleVector& TickPositions() const { return FTickPositions; }
   const TQyBooleanVector& MajorFlags() const { return FMajorFlags; }
   const TQyBooleanVector& GridFlags() const { return FGridFlags; }
@@ -221,6 +224,7 @@ private:
   double FSetStart = 0, FSetStop = 10;
   double FLastStart = 0, FLastStop = 10;
   double FDataMin = 1.7976931348623157e308, FDataMax = -1.7976931348623157e308;
+  double FHullMin = 1.7976931348623157e308, FHullMax = -1.7976931348623157e308;
   TQySingleVector FTickPositions;
   TQyBooleanVector FMajorFlags{20}, FGridFlags{20};
   std::vector<std::unique_ptr<TQyRichCaptionObject>> FTickLabels;

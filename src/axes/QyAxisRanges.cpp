@@ -50,6 +50,7 @@ void TQyAxis::GetNewRanges() {
     FRangeChanged = false;
     return; // unchanged data: nothing to repaint
   }
+  FHullMin = lo, FHullMax = hi;
   if (hi < lo) {
     lo = FSetStart;
     hi = FSetStop;
@@ -145,6 +146,10 @@ double TQyAxis::MinorIncrement() const {
   return (FLogActive ? 1.0 : std::pow(10.0, FRangeExponent)) * FTickPart;
 }
 
+// The visible range cuts data off. Measured against the data hull itself, so that data beyond a
+// fixed end is clipped at the data area too rather than drawn over the axes.
 bool TQyAxis::GetIsClipped() const {
-  return FDataMin < FStart || FDataMax > FStop;
+  if (FRangeChanged || !Graph() || Series().isEmpty() || !(FHullMin < FHullMax)) return false;
+  const double m = (FStop - FStart) * 1e-8;
+  return FStart - m > FHullMin || FStop + m < FHullMax;
 }

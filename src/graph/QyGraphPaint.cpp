@@ -117,7 +117,8 @@ void TQyGraph2D::SetDataClip(QPainter* g) {
   bool clipped = false;
   for (TQyAxis* a : Axes()) {
     if (!a->GetIsClipped()) continue;
-    const bool cutStart = a->GetStart() > a->DataMin(), cutStop = a->GetStop() < a->DataMax();
+    const double m = (a->GetStop() - a->GetStart()) * 1e-8;
+    const bool cutStart = a->GetStart() - m > a->DataHullMin(), cutStop = a->GetStop() + m < a->DataHullMax();
     if (!cutStart && !cutStop) continue;
     clipped = true;
     if (a->GetHorizontal()) {

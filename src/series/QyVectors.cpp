@@ -19,6 +19,15 @@ void TQyCustomDoubleVector::CheckMinMax() {
   CheckMinMaxLocked();
 }
 
+std::shared_lock<std::shared_mutex> TQyCustomDoubleVector::ReadLock() {
+  for (;;) {
+    CheckMinMax();
+    std::shared_lock lock(FLock);
+    if (FCheckedCount >= FCount.load(std::memory_order_acquire)) return lock; // own values only
+    // A writer appended between the two steps: try again.
+  }
+}
+
 void TQyCustomDoubleVector::CheckMinMaxLocked() {
   const int n = FCount.load(std::memory_order_acquire);
   const double* v = FValues.data();

@@ -75,7 +75,9 @@ public:
 
   // Appends may come from a worker thread while the interface thread reads. Writers take the lock
   // exclusively; a reader that walks the values (point calculation, statistics) holds it shared.
-  std::shared_lock<std::shared_mutex> ReadLock() const { return std::shared_lock(FLock); }
+  // The statistics are brought up to date first, so that readers holding the lock never need
+  // to write them.
+  std::shared_lock<std::shared_mutex> ReadLock();
 
   // What a change means to the listeners, weakest first.
   enum class TQyVectorChange { Appended, Changed, Reset, Ranges };

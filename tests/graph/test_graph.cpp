@@ -1,0 +1,141 @@
+#include "QyPixelProbe.h"
+#include "QyRecordingDevice.h"
+#include "QyTestGraph.h"
+#include <QPainter>
+#include <gtest/gtest.h>
+
+TEST(Graph, EmptyGraphGetsNamedPrimaryAxesAtFirstPaint) {
+  QWidget form;
+  form.setObjectName("Form1");
+  auto* graph = new TQyGraph2D(&form);
+  graph->setObjectName("Graph1");
+  EXPECT_EQ(graph->GetPrimaryXAxis(), nullptr);
+  QImage img = graph->RenderToImage(QSize(400, 300));
+  ASSERT_NE(graph->GetPrimaryXAxis(), nullptr);
+  ASSERT_NE(graph->GetPrimaryYAxis(), nullptr);
+  EXPECT_EQ(graph->GetPrimaryXAxis()->objectName(), "XAxis1");
+  EXPECT_EQ(graph->GetPrimaryYAxis()->objectName(), "YAxis1");
+  EXPECT_EQ(graph->GetPrimaryXAxis()->GetCaption(), "X-Axis");
+  EXPECT_EQ(graph->GetPrimaryYAxis()->GetPosition(), TQyAxisPosition::Left);
+  EXPECT_GT(graph->DataArea().width(), 40);
+  // A second graph on the same form gets the next names.
+  auto* second = new TQyGraph2D(&form);
+  second->RenderToImage(QSize(200, 200));
+  EXPECT_EQ(second->GetPrimaryXAxis()->objectName(), "XAxis2");
+}
+
+TEST(Graph, LayersSortStablyAndFindPrefersTheTopSeries) {
+  QyTestGraph f;
+  TQyLineSeries* a = f.AddSeries({0, 1}, {0, 1});
+  TQyLineSeries* b = f.AddSeries({0, 1}, {0, 1});
+  TQyLineSeries* c = f.AddSeries({0, 1}, {0, 1});
+  a->SetLayer(5);
+  b->SetLayer(5);
+  c->SetLayer(0);
+  f.graph->SortLayers();
+  const auto& order = f.graph->RelatedSeries();
+  ASSERT_EQ(order.size(), 3);
+  EXPECT_EQ(order[0], c);
+  EXPECT_EQ(order[1], a); // equal layers keep their order
+  EXPECT_EQ(order[2], b);
+  EXPECT_EQ(b->GetLayer(), 2);
+  f.Render();
+  const float px = f.X()->NumberToWorld(1), py = f.Y()->NumberToWorld(1);
+  const TQyFindSeriesPointResult r = f.graph->FindSeriesPoint(px, py);
+  ASSERT_TRUE(r.Found);
+  EXPECT_EQ(r.Series, b); // drawn last, on top
+  EXPECT_EQ(r.Index, 1);
+  EXPECT_DOUBLE_EQ(r.Y, 1);
+}
+
+TEST(Graph, CaptionTrimsTrailingBlanksAndTakesTitleHeight) {
+  QyTestGraph f;
+  f.graph->SetCaptionVisible(true);
+  f.Render();
+  const double topWithout = f.graph->DataArea().y();
+  f.graph->SetCaption("   ");
+  EXPECT_EQ(f.graph->GetCaption(), "");
+  f.Render();
+  EXPECT_EQ(f.graph->DataArea().y(), topWithout);
+  f.graph->SetCaption("Title  ");
+  EXPECT_EQ(f.graph->GetCaption(), "Title");
+  f.Render();
+  EXPECT_GT(f.graph->DataArea().y(), topWithout + 8);
+}
+
+TEST(Graph, AutoUpdateOffIsNotRecomputed) {
+  QyTestGraph f;
+  TQyLineSeries* s = f.AddSeries({0, 1, 2}, {0, 1, 2});
+  f.Render();
+  s->SetAutoUpdate(false);
+  qobject_cast<TQyDoubleVector*>(s->GetYData())->Add(50);
+  qobject_cast<TQyDoubleVector*>(s->GetXData())->Add(3);
+  f.graph->TestSeriesAndAxis();
+  EXPECT_EQ(s->LimitMaxY(), 2);
+  s->SetAutoUpdate(true);
+  f.graph->TestSeriesAndAxis();
+  EXPECT_EQ(s->LimitMaxY(), 50);
+}
+
+// The paint draws the curve through the recording device: one polyline in the line colour whose
+// vertices are the pixel points, clipped only where an axis hides data.
+TEST(GraphPaint, SeriesIsDrawnAsItsPointsAndFollowsAppends) {
+  QyTestGraph f;
+  TQyLineSeries* s = f.AddSeries({0, 1, 2, 3}, {0, 2, 1, 3}, 0xFF123456);
+  QyRecordingDevice dev(600, 400);
+  {
+    QPainter p(&dev);
+    f.graph->PaintGr(&p);
+  }
+  auto lines = dev.WithPenColor(QColor(0x12, 0x34, 0x56));
+  ASSERT_EQ(lines.size(), 1u);
+  ASSERT_EQ(lines[0]->kind, QyPrimitive::Polyline);
+  ASSERT_EQ(lines[0]->points.size(), 4);
+  EXPECT_FLOAT_EQ(lines[0]->points[3].x(), f.X()->NumberToWorld(3));
+  EXPECT_FLOAT_EQ(lines[0]->points[3].y(), f.Y()->NumberToWorld(3));
+  EXPECT_FALSE(lines[0]->clipped);
+  // Axis labels were drawn as text.
+  EXPECT_FALSE(dev.WithText("3").empty());
+
+  qobject_cast<TQyDoubleVector*>(s->GetXData())->Add(4);
+  qobject_cast<TQyDoubleVector*>(s->GetYData())->Add(2);
+  dev.Clear();
+  {
+    QPainter p(&dev);
+    f.graph->PaintGr(&p);
+  }
+  lines = dev.WithPenColor(QColor(0x12, 0x34, 0x56));
+  ASSERT_EQ(lines.size(), 1u);
+  ASSERT_EQ(lines[0]->points.size(), 5);
+  EXPECT_FLOAT_EQ(lines[0]->points[4].x(), f.X()->NumberToWorld(4));
+
+  QyTestGraph::Fix(f.X(), 1, 2); // now the X axis hides data on both sides
+  dev.Clear();
+  {
+    QPainter p(&dev);
+    f.graph->PaintGr(&p);
+  }
+  lines = dev.WithPenColor(QColor(0x12, 0x34, 0x56));
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_TRUE(lines[0]->clipped);
+  const QRectF clip = lines[0]->clip.boundingRect();
+  const QRectF da = f.graph->DataArea();
+  EXPECT_NEAR(clip.left(), da.left(), 0.5);
+  EXPECT_NEAR(clip.right(), da.left() + da.width(), 0.5);
+}
+
+TEST(GraphPaint, PixelsOfBackgroundDataAreaAndCurve) {
+  QyTestGraph f(300, 200);
+  f.graph->SetBackColor(0xFFFFFFFF);
+  f.graph->SetDataAreaColor(0xFFFFFFE0);
+  f.AddSeries({0, 1}, {0, 1}, 0xFFFF0000)->GetLine()->SetWidth(3);
+  const QImage img = f.Render();
+  EXPECT_EQ(QyProbe::At(img, 1, 1), qRgb(255, 255, 255));
+  const QRectF da = f.graph->DataArea();
+  // Inside the data area, off the diagonal: the data area colour.
+  EXPECT_EQ(QyProbe::At(img, int(da.x() + da.width() * 0.8), int(da.y() + da.height() * 0.8)),
+            qRgb(255, 255, 224));
+  // The diagonal from (0,0) to (1,1) crosses the centre of the data area in red.
+  const int cx = int(da.x() + da.width() / 2), cy = int(da.y() + da.height() / 2);
+  EXPECT_TRUE(QyProbe::Any(img, QRect(cx - 3, cy - 3, 7, 7), QColor(255, 0, 0), 30));
+}

@@ -1,0 +1,196 @@
+#include <QCoreApplication>
+#include <QThread>
+#include <QyExceptions.h>
+#include <QyVectors.h>
+#include <atomic>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace {
+constexpr double MaxDouble = 1.7976931348623157e308;
+
+struct CountingListener : QObject, TQyVectorListener {
+  int calls = 0;
+  void Modified() override { ++calls; }
+};
+
+TQyDoubleVector* Make(std::initializer_list<double> values, QObject* owner) {
+  auto* v = new TQyDoubleVector(owner);
+  for (double x : values) v->Add(x);
+  return v;
+}
+} // namespace
+
+TEST(DoubleVector, StatisticsAreLazyIncrementalAndKeepFirstTies) {
+  QObject owner;
+  TQyDoubleVector v(&owner);
+  EXPECT_EQ(v.GetMinimum(), MaxDouble);
+  EXPECT_EQ(v.GetMaximum(), -MaxDouble);
+  EXPECT_EQ(v.GetMinimumIdx(), -1);
+  for (double x : {3.0, 1.0, 4.0, 1.0, 5.0}) v.Add(x);
+  EXPECT_EQ(v.GetMinimum(), 1.0);
+  EXPECT_EQ(v.GetMinimumIdx(), 1); // the first of two equal minima
+  EXPECT_EQ(v.GetMaximum(), 5.0);
+  EXPECT_EQ(v.GetMaximumIdx(), 4);
+  EXPECT_DOUBLE_EQ(v.GetSum(), 14.0);
+  EXPECT_FALSE(v.GetOnlyAscending());
+  v.Add(-2.0); // only the tail is examined
+  EXPECT_EQ(v.GetMinimum(), -2.0);
+  EXPECT_EQ(v.GetMinimumIdx(), 5);
+  EXPECT_DOUBLE_EQ(v.GetSumIncludingOutliers(), 12.0);
+
+  TQyDoubleVector asc(&owner), repeated(&owner);
+  for (double x : {1.0, 2.0, 3.0}) asc.Add(x);
+  for (double x : {1.0, 2.0, 2.0}) repeated.Add(x);
+  EXPECT_TRUE(asc.GetOnlyAscending());
+  EXPECT_FALSE(repeated.GetOnlyAscending()); // strictly growing only
+}
+
+TEST(DoubleVector, ChangesInTheMiddleKeepStatisticsRight) {
+  QObject owner;
+  auto* v = Make({5, 1, 7, 3}, &owner);
+  ASSERT_EQ(v->GetMinimum(), 1);
+  v->Delete(0); // not an extreme: statistics kept, indices follow the shift
+  EXPECT_EQ(v->GetMinimumIdx(), 0);
+  EXPECT_EQ(v->GetMaximumIdx(), 1);
+  EXPECT_DOUBLE_EQ(v->GetSum(), 11);
+  v->Delete(0); // the minimum itself: recomputed
+  EXPECT_EQ(v->GetMinimum(), 3);
+  EXPECT_EQ(v->GetMinimumIdx(), 1);
+  EXPECT_EQ(v->Count(), 2);
+  v->Delete(5); // behind the end: ignored
+  EXPECT_EQ(v->Count(), 2);
+
+  auto* w = Make({1, 2, 3, 4}, &owner);
+  ASSERT_TRUE(w->GetOnlyAscending());
+  w->SetValue(2, 10); // passes the maximum and breaks the order
+  EXPECT_EQ(w->GetMaximum(), 10);
+  EXPECT_FALSE(w->GetOnlyAscending());
+  w->Insert(0, -1);
+  EXPECT_EQ(w->GetValue(0), -1);
+  EXPECT_EQ(w->GetMinimumIdx(), 0);
+  EXPECT_EQ(w->GetMaximumIdx(), 3);
+  EXPECT_DOUBLE_EQ(w->GetSum(), -1 + 1 + 2 + 10 + 4);
+}
+
+TEST(DoubleVector, OutliersLeaveThePlainStatistics) {
+  QObject owner;
+  auto* v = Make({2, 100, 3, 4}, &owner);
+  v->AddOutlier(1);
+  EXPECT_TRUE(v->IsOutlier(1));
+  EXPECT_EQ(v->GetMaximum(), 4);
+  EXPECT_EQ(v->GetMaximumIncludingOutliers(), 100);
+  EXPECT_DOUBLE_EQ(v->GetSum(), 9);
+  EXPECT_DOUBLE_EQ(v->GetSumIncludingOutliers(), 109);
+  v->Insert(0, 1); // the outlier moves with its value
+  EXPECT_TRUE(v->IsOutlier(2));
+  EXPECT_FALSE(v->IsOutlier(1));
+  v->Delete(2);
+  EXPECT_FALSE(v->HasOutliers());
+  EXPECT_EQ(v->GetMaximum(), 4);
+}
+
+TEST(DoubleVector, GrowthAndErrorsAsObservable) {
+  QObject owner;
+  TQyDoubleVector v(&owner);
+  EXPECT_EQ(v.Capacity(), 128);
+  v.SetIncrement(127); // below 128: ignored
+  EXPECT_EQ(v.Increment(), 128);
+  for (int i = 0; i < 129; ++i) v.Add(i);
+  EXPECT_EQ(v.Capacity(), 256);
+  v.Clear();
+  EXPECT_EQ(v.Count(), 0);
+  EXPECT_EQ(v.Capacity(), 256); // kept
+  try {
+    v.GetValue(5);
+    FAIL();
+  } catch (const ERangeError& e) {
+    EXPECT_EQ(e.Message(), "i=5 index out of range");
+  }
+  EXPECT_THROW(v.Insert(3, 1.0), ERangeError);
+  TQyIndexer indexer;
+  try {
+    indexer.SetValue(0, 1);
+    FAIL();
+  } catch (const EExternal& e) {
+    EXPECT_EQ(e.Message(), "TQyIndexer is not supposed to set values!");
+  }
+  indexer.SetPartner(Make({7, 8, 9}, &owner));
+  EXPECT_EQ(indexer.GetCount(), 3);
+  EXPECT_EQ(indexer.GetValue(2), 2);
+  EXPECT_EQ(indexer.GetMaximum(), 2);
+  EXPECT_DOUBLE_EQ(indexer.GetSum(), 3.0); // 0 + 1 + 2
+}
+
+TEST(DoubleVector, ListenersHearDeleteInsertAndClear) {
+  QObject owner;
+  auto* v = Make({1, 2, 3}, &owner);
+  CountingListener listener;
+  v->AddListener(&listener);
+  v->Delete(1);
+  EXPECT_EQ(listener.calls, 1);
+  v->Insert(0, 5);
+  EXPECT_EQ(listener.calls, 2);
+  v->Clear();
+  EXPECT_EQ(listener.calls, 3);
+  v->RemoveListener(&listener);
+  v->Add(1);
+  EXPECT_EQ(listener.calls, 3);
+}
+
+TEST(DoubleVector, BulkAppendIsLinear) {
+  QObject owner;
+  TQyDoubleVector v(&owner);
+  const int n = 2'000'000;
+  for (int i = 0; i < n; ++i) v.Add(i * 0.5);
+  EXPECT_EQ(v.Count(), n);
+  EXPECT_EQ(v.Capacity(), (n + 127) / 128 * 128);
+  EXPECT_DOUBLE_EQ(v.GetSum(), 0.5 * (double(n) - 1) * n / 2);
+  EXPECT_TRUE(v.GetOnlyAscending());
+  std::vector<float> f{1.5f, 2.5f};
+  v.AddRange(f);
+  EXPECT_EQ(v.Count(), n + 2);
+  EXPECT_EQ(v.GetValue(n + 1), 2.5);
+}
+
+// A worker appends while the interface thread reads statistics and values; the result is the
+// same as a single-threaded run, and the listeners hear about it on the interface thread.
+TEST(DoubleVector, AppendFromAWorkerWhileReading) {
+  QObject owner;
+  TQyDoubleVector v(&owner);
+  struct ThreadCheck : QObject, TQyVectorListener {
+    std::atomic<int> calls{0}, wrongThread{0};
+    void Modified() override {
+      ++calls;
+      if (QThread::currentThread() != QCoreApplication::instance()->thread()) ++wrongThread;
+    }
+  } listener;
+  v.AddListener(&listener);
+  const int n = 300'000;
+  std::atomic<bool> done{false};
+  std::thread worker([&] {
+    for (int i = 0; i < n; ++i) v.Add(i);
+    done = true;
+  });
+  double lastMax = -MaxDouble;
+  while (!done) {
+    const double m = v.GetMaximum();
+    EXPECT_GE(m, lastMax); // the maximum only grows
+    lastMax = m;
+    auto lock = v.ReadLock();
+    const int c = v.Count();
+    if (c > 0) {
+      EXPECT_EQ(v.Data()[c - 1], c - 1);
+    }
+    lock.unlock();
+    QCoreApplication::processEvents();
+  }
+  worker.join();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(v.Count(), n);
+  EXPECT_EQ(v.GetMaximum(), n - 1);
+  EXPECT_DOUBLE_EQ(v.GetSum(), double(n - 1) * n / 2);
+  EXPECT_GT(listener.calls.load(), 0);
+  EXPECT_LT(listener.calls.load(), n); // coalesced, not one per value
+  EXPECT_EQ(listener.wrongThread.load(), 0);
+}

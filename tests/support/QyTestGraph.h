@@ -1,0 +1,50 @@
+#pragma once
+// A graph with primary axes and line series, for tests that need the whole data path.
+#include <QyGraph2D.h>
+#include <QyVectors.h>
+#include <memory>
+#include <vector>
+
+struct QyTestGraph {
+  std::unique_ptr<QWidget> form = std::make_unique<QWidget>();
+  TQyGraph2D* graph;
+
+  explicit QyTestGraph(int width = 600, int height = 400) {
+    form->setObjectName("Form1");
+    graph = new TQyGraph2D(form.get());
+    graph->setObjectName("Graph1");
+    graph->resize(width, height);
+    graph->TestPrimaryAxis();
+  }
+  TQyAxis* X() const { return graph->GetPrimaryXAxis(); }
+  TQyAxis* Y() const { return graph->GetPrimaryYAxis(); }
+
+  // A line series over (xs, ys); an empty xs leaves X to the indexer.
+  TQyLineSeries* AddSeries(const std::vector<double>& xs, const std::vector<double>& ys,
+                           TQyColor color = 0xFFFF0000u) {
+    auto* s = new TQyLineSeries(form.get());
+    s->setObjectName(QString("Series%1").arg(graph->RelatedSeries().size() + 1));
+    if (!xs.empty()) {
+      auto* x = new TQyDoubleVector(form.get());
+      x->AddRange(xs);
+      s->SetXData(x);
+    }
+    auto* y = new TQyDoubleVector(form.get());
+    y->AddRange(ys);
+    s->SetYData(y);
+    s->SetXAxis(X());
+    s->SetYAxis(Y());
+    s->GetLine()->SetColor(color);
+    return s;
+  }
+  // Fixes both ends of an axis at the given values.
+  static void Fix(TQyAxis* a, double start, double stop) {
+    a->SetStartEnd(TQyAxisEnd::Fixed);
+    a->SetStopEnd(TQyAxisEnd::Fixed);
+    a->SetEndRounding(TQyAxisEndRounding::RndNothing);
+    a->SetStart(start);
+    a->SetStop(stop);
+  }
+  // Runs one paint into an image (layout, ranges, points) and returns it.
+  QImage Render() { return graph->RenderToImage(graph->size(), false); }
+};
