@@ -247,6 +247,11 @@ void TQySeries::ScanExtent(TQyCustomDoubleVector* v, bool isX, double& lo, doubl
   }
 }
 
+void TQySeries::CheckDBVectors() {
+  for (TQyCustomDoubleVector* v : {FXData.data(), FYData.data()})
+    if (v) v->UpdateDB();
+}
+
 void TQySeries::Calculate() {
   if (!FXData || !FYData || !FXAxis || !FYAxis) return;
   if (FXData->GetCount() <= FLastCount && FYData->GetCount() <= FLastCount) return;

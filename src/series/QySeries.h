@@ -90,7 +90,7 @@ public:
   virtual int GetCount();
   virtual void Calculate();
   virtual void CalculatePoints();
-  virtual void CheckDBVectors() {}
+  virtual void CheckDBVectors();
   virtual bool HasValuesAt(int i) const;
   virtual void TestAllAssigned();
   virtual void TestVisibleChanged();

@@ -41,6 +41,8 @@ public:
   virtual double GetValue(int i) const;
   virtual void SetValue(int i, double v);
   virtual bool IsChanged() const { return FCheckedCount < GetCount(); }
+  // Reads the bound database column when it changed (vectors without a binding do nothing).
+  virtual void UpdateDB() {}
 
   int Count() const { return GetCount(); }
   int Capacity() const { return FCapacity; }
