@@ -1,5 +1,5 @@
 // Runtime text formatting (FloatToStr, FloatToStrF, FormatFloat, FormatDateTime, StrToFloat,
-// Format), reproducing the documented behaviour of the classic Object-Pascal runtime.
+// Format) by the system's documented text formatting rules.
 //
 // Locale independence: digits come from std::to_chars / std::from_chars (locale-free by the
 // standard) and all other text is built by hand; printf, strtod, iostreams and QLocale are never

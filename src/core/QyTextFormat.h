@@ -1,6 +1,6 @@
 #pragma once
-// Runtime text formatting: reproduces the documented behaviour of the classic Object-Pascal
-// runtime's FloatToStr, FloatToStrF, FormatFloat, FormatDateTime, StrToFloat, TryStrToFloat and
+// Runtime text formatting: follows the system's documented text formatting rules in
+// FloatToStr, FloatToStrF, FormatFloat, FormatDateTime, StrToFloat, TryStrToFloat and
 // Format. Results never depend on the machine's locale: only the TFormatSettings passed in count.
 //
 // Decisions (where the documentation leaves room):

@@ -1,5 +1,5 @@
 #pragma once
-// Date-time helpers (Part 6.4): durations as text, and calendar arithmetic that also holds before
+// Date-time helpers: durations as text, and calendar arithmetic that also holds before
 // the zero of TDateTime (1899-12-30), where the fraction of a negative day number is the time of
 // day counted forward from that day (-1.25 is 1899-12-29 06:00).
 #include "QyTextFormat.h"

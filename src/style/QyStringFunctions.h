@@ -1,5 +1,5 @@
 #pragma once
-// String helpers (Part 6.4): numbers as text independent of the locale, lists of numbers, and
+// String helpers: numbers as text independent of the locale, lists of numbers, and
 // the key-binding encoding of shift states. All text work goes through QyTextFormat, so nothing
 // here depends on the machine's locale. Positions are 1-based as in the runtime (-1: not found).
 //

@@ -1,4 +1,4 @@
-// Date-time helpers of Part 6.4 (QyDateTime). Calendar values before the zero date come from
+// Date-time helpers (QyDateTime). Calendar values before the zero date come from
 // Python's datetime (tests/style/gen_datetime.py prints the tables below); the rest by hand.
 #include <QyDateTime.h>
 #include <QyExceptions.h>

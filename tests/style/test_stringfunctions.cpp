@@ -1,4 +1,4 @@
-// String helpers of Part 6.4 (QyStringFunctions). Expected values by hand from the Part's rules.
+// String helpers (QyStringFunctions). Expected values worked out by hand from the rules.
 #include <QyExceptions.h>
 #include <QyStringFunctions.h>
 #include <gtest/gtest.h>
