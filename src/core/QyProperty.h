@@ -18,6 +18,11 @@ public:
   virtual bool IsRecording() const = 0;
   // Records the current value of `propertyName` of `object` under `caption`, before a change.
   virtual void PushProperty(QObject* object, const QString& caption, const char* propertyName) = 0;
+  // Records the whole data of a vector (values and outliers) under `caption`.
+  virtual void PushVectorState(QObject* vector, const QString& caption) { (void)vector, (void)caption; }
+  // Brackets records so that they make one entry under `caption`; groups may nest.
+  virtual void StartGroup(const QString& caption) { (void)caption; }
+  virtual void StopGroup() {}
 };
 
 // Mixin for every class whose setters record: holds the stack reference and the destroying flag.

@@ -145,6 +145,7 @@ public:
   TQyFindSeriesPointResult FindSeriesPoint(float x, float y);
   bool MouseInDataArea(QPointF p) const { return FDataArea.contains(p); }
   QList<TQyCustomDoubleVector*> GetVectorsList() const;
+  void UndoPushSeriesVectors(); // all data vectors as one undo entry (QyGraphUndo.cpp)
 
   // The data area in client pixels; written only by the layout pass.
   QRectF DataArea() const { return FDataArea; }

@@ -176,6 +176,17 @@ inline constexpr char InvalidInteger[] = "'%s' is not a valid integer value";
 inline constexpr char InvalidFormat[] = "Format '%s' invalid or incompatible with argument";
 inline constexpr char ArgumentMissing[] = "No argument for format '%s'";
 inline constexpr char InvalidFloatOperation[] = "Invalid floating point operation";
+
+// ---- Undo history and persistence (the undo subsystem adds here)
+inline constexpr char UndoPropertyNotFound[] = "Property: \"%s\" not found";
+inline constexpr char UndoNoComponentName[] = "Component does not have a name";
+inline constexpr char UndoOnlyOneDimArrays[] = "Only one dimensional arrays suported";
+inline constexpr char UndoTooManyStopGroup[] = "Undo stack has too many StopGroup statements";
+inline constexpr char UndoGraphSeriesData[] = "Graph series data";
+inline constexpr char XMLReadError[] = "XMLReadError: node \"%s\" not found";
+inline constexpr char StreamReadError[] = "Stream read error";
+inline constexpr char StreamWriteError[] = "Stream write error";
+inline constexpr char FileCreateError[] = "Cannot create file \"%s\". %s";
 } // namespace QyRes
 
 // The text of a table entry (the translation hook).
