@@ -1,5 +1,6 @@
 #include "QyAxis.h"
 #include "QyGraph2D.h"
+#include "QyMath.h"
 #include "QyRounding.h"
 #include "QySeries.h"
 #include "QyStyles.h"
@@ -24,6 +25,7 @@ TQyAxis::TQyAxis(QWidget* parent) : QWidget(parent) {
   FCaptionFont->SetStyle(TQyFontStyle::Bold);
   FCaptionFont->SetFillColor(FCaptionColor);
   FArrowPoint = new TQyAxisArrowPoint(modified, this);
+  FTimeFormats = TQyAxisTimeFormats::FromSettings(DefaultFormatSettings());
   setAttribute(Qt::WA_TransparentForMouseEvents, false);
   resize(400, 20);
 }
@@ -49,8 +51,10 @@ float TQyAxis::NumberToWorld(double value) const {
   double d;
   if (FLogActive)
     d = value > 0 ? (std::log10(value) - FLogStart) / FScale : -100;
+  else if (FScaling == TQyAxisScaling::DateTime)
+    d = DateTimeSpan(FStart, value) / FScale; // the time of day of negative dates counts forward
   else
-    d = (value - FStart) / FScale; // date-time spans are plain differences of day numbers
+    d = (value - FStart) / FScale;
   float r;
   if (d > -100000 && d < 100000)
     r = forward ? float(d) : FAxisLength - float(d);
@@ -135,8 +139,7 @@ void TQyAxis::SetCaption(QString value) {
 }
 
 void TQyAxis::SetRubricsAngle(float value) {
-  value = std::fmod(value, 360.0f);
-  if (value < 0) value += 360.0f;
+  value = float(FitTo360Degrees(value));
   QyAssign(this, UndoRecorder(), FRubricsAngle, value, QyRes::AxisRubricsAngle, "RubricsAngle", [this] {
     const double rad = FRubricsAngle * M_PI / 180.0;
     FSinAngle = float(std::fabs(std::sin(rad)));
@@ -291,10 +294,4 @@ void TQyAxis::SetStartStop(double start, double stop) {
   FStart = FLastStart = start;
   FStop = FLastStop = stop;
   Modified();
-}
-
-void TQyAxis::ZoomClearBuffer() {
-  FZoomStarts.clear();
-  FZoomStops.clear();
-  FZoomStage = 0;
 }

@@ -1,6 +1,7 @@
 #pragma once
 // An axis: one numeric range mapped to a pixel interval, its ticks and labels, and the layout pass
 // that places all axes, margins and the data area of a graph.
+#include "QyDateTime.h"
 #include "QyLocalize.h"
 #include "QyStyles.h"
 #include "QyPlainVectors.h"
@@ -44,6 +45,30 @@ using QyAxis::TQyAxisPosition;
 using QyAxis::TQyAxisScaling;
 using QyAxis::TQyDtRegion;
 using QyAxis::TQyMajorGridMode;
+
+// The time unit and decade of a seconds axis's parts, and the largest unit its labels show.
+struct TQySecParameters {
+  TQyDtRegion Region = TQyDtRegion::Second;
+  int Exponent = 0;
+  TQySecondsFormatRange Format = TQySecondsFormatRange::Second;
+};
+
+// The calendar steps of a date-time axis: labels and major ticks every LabelCount and MajorCount
+// units of LabelRegion, minor ticks every TickCount units of TickRegion.
+struct TQyDtParameters {
+  TQyDtRegion LabelRegion = TQyDtRegion::Day;
+  TQyDtRegion TickRegion = TQyDtRegion::Day;
+  int TickCount = 1;
+  int MajorCount = 1;
+  int LabelCount = 1;
+  QString FormatString;
+};
+
+// The label formats of a date-time axis, made from the format settings at construction.
+struct TQyAxisTimeFormats {
+  QString ShortMonth, LongMonth, Day, Minute, DayAndHour, Second, MilliSecond;
+  static TQyAxisTimeFormats FromSettings(const TFormatSettings& fs);
+};
 
 // The label text of a tick may be replaced by the application.
 using TQyScaleLabelEventHandler = std::function<void(class TQyAxis* sender, double value, QString& label)>;
@@ -135,13 +160,44 @@ public:
   double MajorIncrement() const;
   double MinorIncrement() const;
   bool NeedsCalc() const { return FNeedsCalc; }
+  double RoundEnd(double value, bool up, bool major) const;
+
+  // ---- partitioning (the parts finders run inside RoundEnds)
+  void GetNormalAxisParts(double start, double stop);
+  void GetLogAxisParts(double start, double stop);
+  void GetExponentAndDigits(double start, double stop);
+  QString NormalCaption(double value) const;
+  float ApproxLen(double value, QString text) const;
+  TQySecParameters GetSecParameters(double start, double stop);
+  TQyDtParameters GetDtParameters(double start, double stop);
+  double SecondsRound(double value, double part, int exponent, bool up) const;
+  double DateTimeRound(double value, bool up, bool major) const;
+  int RangeExponent() const { return FRangeExponent; }
+  int LabelExponent() const { return FLabelExponent; }
+  int Digits() const { return FDigits; }
+  bool ExtraExponentOn() const { return FExtraExponentOn; }
+  const TQyRichCaptionObject& ExtraExponentCaption() const { return *FExtraExponentCaption; }
+  const TQySecParameters& SecParameters() const { return FSecParameters; }
+  const TQyDtParameters& DtParameters() const { return FDtParameters; }
+  TQyAxisTimeFormats& TimeFormats() { return FTimeFormats; }
 
   // ---- drawing
   void PaintGr(QPainter* graphics);
 
-  // ---- zoom history (kept minimal until zooming lands)
+  // ---- zoom history: stage 0 is the unzoomed range; back and redo wrap round as a ring
   int GetCurrentZoomStage() const { return FZoomStage; }
+  void ZoomIn(double start, double stop);
+  void ZoomToStage(int stage);
+  void ZoomBack();
+  void RedoZoom();
   void ZoomClearBuffer();
+  bool GetCanZoomBack() const { return !FZoomStarts.empty(); }
+  int GetZoomBufferSize() const { return int(FZoomStarts.size()); }
+  // ---- scroll bars work on 0 .. 10000 over the unzoomed range
+  double GetScrollStart() const;
+  double GetScrollStop() const;
+  int ScrollRangeSize(double start, double stop) const;
+  int ScrollPosition(double value) const;
 
   // ---- series on this axis
   void AddSeries(TQySeries* series);
@@ -195,10 +251,24 @@ private:
   friend class TQyAxisLayout;
   friend class TQyAxisPainter;
   void ParseCaption();
-  void PaintCaption(QPainter* graphics);
-  void AddLabel(double value, float pixel);
+  void ApplyMaster();
+  bool InPanDrag() const;
+  bool TicksFromRoundedEnds() const;
+  void AddLabel(QString text, double value, float pixel);
   void ClearTicks();
-  QString LabelText(double value) const;
+  void LabelBasePoint();
+  void LinearTicks();
+  void LogTicks();
+  void RubricsTicks();
+  void SecondsTicks();
+  void DateTimeTicks();
+  void PlaceExtraExponent();
+  void PlaceCaption();
+  double SmallestPositiveData(double below) const;
+  void ReadZoomStage();
+  int LabelExtent() const { return GetHorizontal() ? width() : height(); }
+  void PaintTicks(QPainter* g, bool exact);
+  void PaintAxisLine(QPainter* g, bool exact);
   float LabelExtentAcross() const;
   float CaptionExtentAcross() const;
   bool ArrowAtStop() const { return !FTwisted; }
@@ -231,6 +301,12 @@ private:
   std::unique_ptr<TQyRichCaptionObject> FCaptionObject;
   std::unique_ptr<TQyRichCaptionObject> FExtraExponentCaption;
   float FSinAngle = 0, FCosAngle = 1;
+  float FLabelBaseX = 0, FLabelBaseY = 0; // where labels hang from, across the axis
+  float FUx = 0, FUy = 0;                 // shift of an oblique label's end towards its tick
+  bool FOblique = false;
+  TQySecParameters FSecParameters;
+  TQyDtParameters FDtParameters;
+  TQyAxisTimeFormats FTimeFormats;
   float FFontSize = 20;
   float FMaxLabelWidth = 0, FMaxLabelHeight = 0;
   double FLabelPartitions[3] = {1.0, 0.5, 0.2};

@@ -82,14 +82,9 @@ bool TQyAxisLayout::Begin() {
 
 void TQyAxisLayout::FirstRound() {
   for (TQyAxis* a : FAxes) {
+    a->FFontSize = a->FFont->GetSize();
     a->ParseCaption();
-    if (a->FIsSlaveAxis && a->FMasterAxis) {
-      TQyAxis* m = a->FMasterAxis;
-      a->FStart = m->FStart * a->FSlaveSlope + a->FSlaveOffset;
-      a->FStop = m->FStop * a->FSlaveSlope + a->FSlaveOffset;
-      if (a->FStart > a->FStop) std::swap(a->FStart, a->FStop);
-      a->FEndsRounded = false;
-    }
+    a->ApplyMaster();
     if (!a->FEndsRounded) {
       double start = a->FStart, stop = a->FStop;
       a->RoundEnds(start, stop);
@@ -348,8 +343,9 @@ void TQyAxisLayout::Finish() {
 
 float TQyAxis::LabelExtentAcross() const {
   if (FTickLabels.empty()) return 0;
-  return GetHorizontal() ? FMaxLabelWidth * FSinAngle + FMaxLabelHeight * FCosAngle
-                         : FMaxLabelWidth * FCosAngle + FMaxLabelHeight * FSinAngle;
+  // The maxima are extents of the rotated labels: height across a horizontal axis, width across
+  // a vertical one.
+  return GetHorizontal() ? FMaxLabelHeight : FMaxLabelWidth;
 }
 
 float TQyAxis::CaptionExtentAcross() const {

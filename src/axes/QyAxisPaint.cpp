@@ -1,12 +1,15 @@
-// Drawing of an axis: line, ticks, labels and caption, in the axis' own coordinates.
+// Drawing of an axis: ticks, the axis line with its optional arrow, labels, caption and extra
+// exponent, in the axis's own coordinates. Everything was measured and placed by the layout.
 #include "QyAxis.h"
+#include "QyDrawing.h"
 #include "QyGDI.h"
 #include "QyGraph2D.h"
 #include "QyRounding.h"
 #include <QPainter>
+#include <cmath>
 
 namespace {
-QPen SolidPen(TQyColor color, float width) {
+QPen FlatPen(TQyColor color, float width) {
   QPen pen(TQyColorToQColor(color), width);
   pen.setCapStyle(Qt::FlatCap);
   return pen;
@@ -14,64 +17,76 @@ QPen SolidPen(TQyColor color, float width) {
 } // namespace
 
 void TQyAxis::PaintGr(QPainter* g) {
+  if (LayoutInProgress || !g) return;
   if (FNeedsCalc) Calculate();
-  const bool horizontal = GetHorizontal();
-  const bool printing = Graph() && Graph()->Printing();
-  // Ticks point away from the data area unless asked otherwise.
-  const bool awayIsPositive = FPosition == TQyAxisPosition::Bottom || FPosition == TQyAxisPosition::Right;
-  const float dir = (awayIsPositive != FTicksPointToData) ? 1.0f : -1.0f;
-  const float line = horizontal ? FOriginY : FOriginX;
-  const float a0 = horizontal ? FOriginX : FOriginY;
-
+  // On screen ticks sit on whole pixels; an image keeps them fractional, so that thin ticks are
+  // not bunched at high resolution.
+  const bool exact = Graph() && Graph()->Printing();
   g->save();
   g->setRenderHint(QPainter::Antialiasing, false);
-  for (int i = 0; i < FTickPositions.Count(); ++i) {
-    const bool major = FMajorFlags[i];
-    const float p = printing ? FTickPositions[i] : float(Round(FTickPositions[i]));
-    const float len = major ? FMajorTickLength : FTickLength;
-    g->setPen(SolidPen(major ? FMajorTickColor : FTickColor, major ? FMajorTickThicknes : FTickThicknes));
-    if (horizontal) g->drawLine(QPointF(p, line), QPointF(p, line + dir * len));
-    else g->drawLine(QPointF(line, p), QPointF(line + dir * len, p));
+  PaintTicks(g, exact);
+  PaintAxisLine(g, exact);
+  if (FNumbersVisible)
+    for (const auto& label : FTickLabels) {
+      label->FillColorOverride = FNumbersColor;
+      label->PaintGr(g);
+    }
+  if (FCaptionVisible && !FCaption.isEmpty()) {
+    FCaptionObject->FillColorOverride = FCaptionColor;
+    FCaptionObject->PaintGr(g);
   }
-  g->setPen(SolidPen(FForeColor, FAxisThicknes));
-  if (horizontal) g->drawLine(QPointF(a0, line), QPointF(a0 + FAxisLength, line));
-  else g->drawLine(QPointF(line, a0), QPointF(line, a0 + FAxisLength));
+  if (FExtraExponentOn && !FExtraExponentCaption->Caption.isEmpty()) {
+    FExtraExponentCaption->FillColorOverride = FNumbersColor;
+    FExtraExponentCaption->PaintGr(g);
+  }
   g->restore();
-
-  for (const auto& label : FTickLabels) label->PaintGr(g);
-  PaintCaption(g);
 }
 
-void TQyAxis::PaintCaption(QPainter* g) {
-  if (!FCaptionVisible || FCaption.isEmpty()) return;
-  TQyRichCaptionObject& c = *FCaptionObject;
-  const bool horizontal = GetHorizontal();
-  const float along = (horizontal ? FOriginX : FOriginY) +
-                      (FCaptionAlignment == TAlignment::Center ? FAxisLength / 2
-                       : (FCaptionAlignment == TAlignment::LeftJustify) == horizontal ? 0 : FAxisLength);
-  const float border = GetDistanceToBorder();
-  switch (FPosition) {
-  case TQyAxisPosition::Bottom:
-    c.Angle = 0, c.Alignment = TQyContentAlignment::BottomCenter;
-    c.X = along, c.Y = height() - border;
-    break;
-  case TQyAxisPosition::Top:
-    c.Angle = 0, c.Alignment = TQyContentAlignment::TopCenter;
-    c.X = along, c.Y = border;
-    break;
-  case TQyAxisPosition::Left:
-  case TQyAxisPosition::Right: {
-    const bool left = FPosition == TQyAxisPosition::Left;
-    c.X = left ? border : width() - border;
-    c.Y = along;
-    if (FCaptionHorizontalOnVerticalAxis) {
-      c.Angle = 0, c.Alignment = left ? TQyContentAlignment::MiddleLeft : TQyContentAlignment::MiddleRight;
-    } else {
-      // Upright text reads bottom to top; its top faces the outer border on the left side.
-      c.Angle = left ? 90 : 270, c.Alignment = TQyContentAlignment::TopCenter;
+// Ticks leave the axis line at its edge, away from the data unless they point to it; all majors
+// first, then all minors, with one pen for each group.
+void TQyAxis::PaintTicks(QPainter* g, bool exact) {
+  const float t = FAxisThicknes;
+  const bool leftOrTop = FPosition == TQyAxisPosition::Left || FPosition == TQyAxisPosition::Top;
+  const bool negative = leftOrTop != FTicksPointToData; // ticks grow towards smaller coordinates
+  const float origin = GetHorizontal() ? FOriginY : FOriginX;
+  const float base = leftOrTop ? (FTicksPointToData ? float(Ceil(origin - t / 2)) : float(Floor(t / 2 + origin)))
+                               : (FTicksPointToData ? float(Floor(origin - t / 2)) : float(Ceil(t / 2 + origin)));
+  const float sign = negative ? -1.0f : 1.0f;
+  for (int pass = 0; pass < 2; ++pass) {
+    const bool major = pass == 0;
+    g->setPen(FlatPen(major ? FMajorTickColor : FTickColor, major ? FMajorTickThicknes : FTickThicknes));
+    const float len = sign * (major ? FMajorTickLength : FTickLength);
+    for (int i = 0; i < FTickPositions.Count(); ++i) {
+      if (FMajorFlags[i] != major) continue;
+      const float p = exact ? FTickPositions[i] : float(Round(FTickPositions[i]));
+      if (GetHorizontal()) g->drawLine(QPointF(p, base), QPointF(p, base + len));
+      else g->drawLine(QPointF(base, p), QPointF(base + len, p));
     }
-    break;
   }
+}
+
+// The axis line; with the arrow it runs 3 point lengths past the end at which the arrow stands
+// (the stop end, or the start end when twisted).
+void TQyAxis::PaintAxisLine(QPainter* g, bool exact) {
+  const bool horizontal = GetHorizontal();
+  float across = horizontal ? FOriginY : FOriginX;
+  if (!exact) across = float(Round(across));
+  const float a0 = horizontal ? FOriginX : FOriginY;
+  const float a1 = a0 + FAxisLength;
+  auto at = [&](float along) { return horizontal ? QPointF(along, across) : QPointF(across, along); };
+  const QPen pen = FlatPen(FForeColor, FAxisThicknes);
+  if (!FArrowPoint->GetVisible()) {
+    if (!horizontal) g->setRenderHint(QPainter::Antialiasing, true);
+    g->setPen(pen);
+    g->drawLine(at(a0), at(a1));
+    return;
   }
-  c.PaintGr(g);
+  g->setRenderHint(QPainter::Antialiasing, true);
+  const float ext = 3 * FArrowPoint->GetPointLength();
+  // Screen coordinates: the stop end is right on a horizontal axis and up on a vertical one.
+  const bool tipAtHigh = horizontal != FTwisted;
+  const QPointF from = tipAtHigh ? at(a0) : at(a1);
+  const QPointF to = tipAtHigh ? at(a1 + ext) : at(a0 - ext);
+  DrawArrowLine(g, pen, from, to, ArrowPointCap(*FArrowPoint), FArrowPoint->GetInnerLength());
+  g->setRenderHint(QPainter::Antialiasing, false);
 }
