@@ -3,10 +3,43 @@
 // pixel points. Capacity grows in steps of Increment (observable); storage beneath may grow more.
 #include "QyExceptions.h"
 #include <QPointF>
+#include <algorithm>
+#include <iterator>
 #include <vector>
+
+// Walks a vector by index: starts before the first value, MoveNext answers true while the index
+// stays below the vector's count (asked anew each step, so values added meanwhile are seen).
+template <class Vector, class Value> class TQyVectorEnum {
+public:
+  explicit TQyVectorEnum(const Vector* vector) : FVector(vector) {}
+  static TQyVectorEnum Create(const Vector* vector) { return TQyVectorEnum(vector); }
+  Value GetCurrent() const { return FVector->GetValue(FIndex); }
+  bool MoveNext() { return ++FIndex < FVector->Count(); }
+
+private:
+  const Vector* FVector;
+  int FIndex = -1;
+};
+
+// Lets range-for drive an enumerator: `for (double v : vector)`.
+template <class Enum> class TQyEnumIterator {
+public:
+  explicit TQyEnumIterator(Enum e) : FEnum(e), FValid(FEnum.MoveNext()) {}
+  auto operator*() const { return FEnum.GetCurrent(); }
+  TQyEnumIterator& operator++() {
+    FValid = FEnum.MoveNext();
+    return *this;
+  }
+  bool operator==(std::default_sentinel_t) const { return !FValid; }
+
+private:
+  Enum FEnum;
+  bool FValid;
+};
 
 template <class T> class TQyPlainVector {
 public:
+  // An increment below 1 falls back to 128; the array is allocated to one increment at once.
   explicit TQyPlainVector(int increment = 128) : FIncrement(increment >= 1 ? increment : 128) {
     FValues.resize(FIncrement);
     FCapacity = FIncrement;
@@ -18,6 +51,7 @@ public:
     if (i < 0 || i >= FCount) QyRaiseIndexError(i);
     return FValues[i];
   }
+  // Writing behind the end extends the vector.
   void SetValue(int i, T v) {
     if (i < 0) QyRaiseIndexError(i);
     CheckCount(i + 1);
@@ -27,7 +61,7 @@ public:
     SetValue(FCount, v);
     return FCount;
   }
-  void Clear() { FCount = 0; }
+  void Clear() { FCount = 0; } // keeps the memory
   void Delete(int i) {
     if (i < 0 || i >= FCount) return;
     std::copy(FValues.begin() + i + 1, FValues.begin() + FCount, FValues.begin() + i);
@@ -41,15 +75,26 @@ public:
     }
     if (n >= FCount) FCount = n;
   }
-  void SetCount(int n) { CheckCount(n); FCount = n < 0 ? 0 : n; }
-  void SetCapacity(int n) {
-    if (n > FCount && n != FCapacity) { FCapacity = n; Reserve(n); }
-  }
   // Direct access for inner loops (valid below Count).
   T* Data() { return FValues.data(); }
   const T* Data() const { return FValues.data(); }
   T& operator[](int i) { return FValues[i]; }
   const T& operator[](int i) const { return FValues[i]; }
+  const T* begin() const { return FValues.data(); }
+  const T* end() const { return FValues.data() + FCount; }
+
+protected:
+  // Published by the vectors that have them.
+  void SetCount(int n) {
+    CheckCount(n);
+    FCount = n < 0 ? 0 : n;
+  }
+  void SetCapacity(int n) {
+    if (n > FCount && n != FCapacity) {
+      FCapacity = n;
+      Reserve(n);
+    }
+  }
 
 private:
   void Reserve(int n) {
@@ -66,20 +111,35 @@ private:
 class TQyBooleanVector : public TQyPlainVector<quint8> {
 public:
   using TQyPlainVector::TQyPlainVector;
+  using TQyPlainVector::SetCount;
 };
 class TQyIntegerVector : public TQyPlainVector<int> {
 public:
   using TQyPlainVector::TQyPlainVector;
+  using TQyPlainVector::SetCount;
+  using TQyPlainVector::SetCapacity;
 };
 class TQySingleVector : public TQyPlainVector<float> {
 public:
   using TQyPlainVector::TQyPlainVector;
+  using TQyPlainVector::SetCount;
+  using TQyPlainVector::SetCapacity;
 };
 class TQyPointVector : public TQyPlainVector<QPointF> {
 public:
+  using TQyPointVectorEnum = TQyVectorEnum<TQyPointVector, QPointF>;
   using TQyPlainVector::TQyPlainVector;
+  using TQyPlainVector::SetCapacity;
   double GetX(int i) const { return GetValue(i).x(); }
   double GetY(int i) const { return GetValue(i).y(); }
-  void SetX(int i, double v) { CheckCount(i + 1); (*this)[i].setX(v); }
-  void SetY(int i, double v) { CheckCount(i + 1); (*this)[i].setY(v); }
+  void SetX(int i, double v) { Slot(i).setX(v); }
+  void SetY(int i, double v) { Slot(i).setY(v); }
+  TQyPointVectorEnum GetEnumerator() const { return TQyPointVectorEnum(this); }
+
+private:
+  QPointF& Slot(int i) {
+    if (i < 0) QyRaiseIndexError(i);
+    CheckCount(i + 1);
+    return (*this)[i];
+  }
 };

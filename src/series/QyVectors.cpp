@@ -1,4 +1,5 @@
 #include "QyVectors.h"
+#include "QyListLink.h"
 #include "QyLocalize.h"
 #include "QySeries.h"
 #include <QThread>
@@ -334,7 +335,12 @@ void TQyCustomDoubleVector::Deliver(TQyVectorChange change) {
 
 // ---- TQyDoubleVector --------------------------------------------------------------------------
 
-TQyDoubleVector::TQyDoubleVector(QObject* owner) : TQyCustomDoubleVector(owner) {}
+TQyDoubleVector::TQyDoubleVector(QObject* owner)
+    : TQyCustomDoubleVector(owner), FDataLink(new TQyListLink(this)) {
+  FDataLink->OnDataChange = [this] { DBChanged(); };
+}
+
+TQyDoubleVector::~TQyDoubleVector() { FDestroying = true; }
 
 void TQyDoubleVector::SetValues(std::vector<double> values) {
   {
@@ -365,6 +371,96 @@ template <class T> void TQyDoubleVector::AddRangeOf(const T* values, int n) {
 void TQyDoubleVector::AddRange(const double* values, int n) { AddRangeOf(values, n); }
 void TQyDoubleVector::AddRange(const std::vector<float>& v) { AddRangeOf(v.data(), int(v.size())); }
 void TQyDoubleVector::AddRange(const std::vector<int>& v) { AddRangeOf(v.data(), int(v.size())); }
+
+// ---- database link --------------------------------------------------------------------------
+
+// A new column or model: the values go at once, the new ones come at the next paint.
+void TQyDoubleVector::BindingChanged() {
+  FFromDatabase = true;
+  FDatabaseChanged = true;
+  Clear(true);
+}
+
+void TQyDoubleVector::SetDataField(QString value) {
+  QyAssign(this, UndoRecorder(), FDataField, value, nullptr, "DataField", [this] {
+    FDataLink->SetFieldName(FDataField);
+    BindingChanged();
+  });
+}
+
+void TQyDoubleVector::SetDataSource(QAbstractItemModel* model) {
+  QyAssign(this, UndoRecorder(), FDataSource, QPointer(model), nullptr, "DataSource", [this] {
+    FDataLink->SetDataSource(FDataSource);
+    if (!FDataSource) {
+      FFromDatabase = false; // the values read so far stay
+      return;
+    }
+    // A model that goes away leaves the values, and the vector no longer follows it.
+    connect(FDataSource, &QObject::destroyed, this, [this](QObject* gone) {
+      if (FDataLink->DataSource() && FDataLink->DataSource() != gone) return;
+      FFromDatabase = false;
+      FDataLink->SetDataSource(nullptr);
+    });
+    BindingChanged();
+  });
+}
+
+void TQyDoubleVector::DBChanged() {
+  if (FDestroying || !FFromDatabase || FDatabaseChanged || FInDatabaseUpdate || !FDataSource) return;
+  FDatabaseChanged = true;
+  // Nothing is read now; the series only ask for the paint that will read.
+  NotifyListeners(TQyVectorChange::Appended);
+}
+
+// Whether the reading can happen now; a binding without model or field ends the reading for good.
+bool TQyDoubleVector::CanReadModel() {
+  if (!FFromDatabase || !FDatabaseChanged || FInDatabaseUpdate) return false;
+  if (!FDataLink->DataSource() || FDataField.isEmpty()) {
+    FFromDatabase = false;
+    return false;
+  }
+  // An item model belongs to one thread: a reader on another one leaves the work to the next
+  // paint there. A model without the named column (no query yet) is waited for likewise.
+  return QThread::currentThread() == FDataLink->DataSource()->thread() &&
+         FDataLink->FieldColumn() >= 0;
+}
+
+void TQyDoubleVector::UpdateDB() {
+  if (!CanReadModel()) return;
+  struct Reading { // the flag holds while the model is read, even if the model throws
+    bool& flag;
+    explicit Reading(bool& f) : flag(f) { flag = true; }
+    ~Reading() { flag = false; }
+  } reading(FInDatabaseUpdate);
+  const int column = FDataLink->FieldColumn();
+  const int rows = FDataLink->FetchAll();
+  std::vector<double> values(std::max(rows, FCapacity));
+  std::vector<int> outliers;
+  int count = 0;
+  for (int row = 0; row < rows; ++row) {
+    if (const auto v = FDataLink->FieldAsFloat(row, column)) {
+      values[count++] = *v;
+    } else if (count < rows - 1) { // a null inside: a placeholder the series skip
+      outliers.push_back(count);
+      values[count++] = 0;
+    }
+  }
+  TakeRead(values, count, outliers, rows);
+  FDatabaseChanged = false;
+  NotifyListeners(TQyVectorChange::Ranges);
+}
+
+void TQyDoubleVector::TakeRead(std::vector<double>& values, int count, const std::vector<int>& outliers,
+                               int rows) {
+  std::unique_lock lock(FLock);
+  FValues.swap(values);
+  FCapacity = std::max(FCapacity, rows);
+  FCount.store(count, std::memory_order_release);
+  FOutliers.Clear();
+  for (int i : outliers) FOutliers.Add(i);
+  FHasOutliers = !outliers.empty();
+  ResetRanges();
+}
 
 // ---- TQyIndexer -------------------------------------------------------------------------------
 

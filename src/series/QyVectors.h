@@ -2,6 +2,7 @@
 // Data vectors: growing arrays of doubles with lazy incremental statistics, outliers and listeners.
 #include "QyPlainVectors.h"
 #include "QyProperty.h"
+#include <QAbstractItemModel>
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -10,6 +11,7 @@
 #include <shared_mutex>
 
 class TQySeries;
+class TQyListLink;
 
 // Something other than a series that wants to hear when a vector changes.
 class TQyVectorListener {
@@ -48,6 +50,14 @@ public:
   int Capacity() const { return FCapacity; }
   int Increment() const { return FIncrement; }
   double operator[](int i) const { return GetValue(i); }
+
+  // Index walk over GetValue (computed vectors included); range-for goes through it.
+  using TQyCustomDoubleVectorEnum = TQyVectorEnum<TQyCustomDoubleVector, double>;
+  TQyCustomDoubleVectorEnum GetEnumerator() const { return TQyCustomDoubleVectorEnum(this); }
+  TQyEnumIterator<TQyCustomDoubleVectorEnum> begin() const {
+    return TQyEnumIterator<TQyCustomDoubleVectorEnum>(GetEnumerator());
+  }
+  std::default_sentinel_t end() const { return {}; }
   // Unchecked access for inner loops of readers that hold ReadLock() and checked the count.
   const double* Data() const { return FValues.data(); }
 
@@ -114,16 +124,18 @@ private:
   static constexpr double QyMaxDouble() { return 1.7976931348623157e308; }
 };
 
-// The concrete vector that applications fill.
+// The concrete vector that applications fill, by hand or from a column of an item model.
 class TQyDoubleVector : public TQyCustomDoubleVector {
   Q_OBJECT
-  Q_PROPERTY(bool PersistentValues READ GetPersistentValues WRITE SetPersistentValues)
+  QY_PROPERTY(bool, PersistentValues, nullptr, (void)0) = false;
   Q_PROPERTY(int Capacity READ Capacity WRITE SetCapacity)
   Q_PROPERTY(int Increment READ Increment WRITE SetIncrement)
+  QY_PROPERTY_CUSTOM(QString, DataField);
+  Q_PROPERTY(QAbstractItemModel* DataSource READ GetDataSource WRITE SetDataSource)
+
 public:
   explicit TQyDoubleVector(QObject* owner = nullptr);
-  bool GetPersistentValues() const { return FPersistentValues; }
-  void SetPersistentValues(bool v) { FPersistentValues = v; }
+  ~TQyDoubleVector() override;
   // Takes the values as the vector's content.
   void SetValues(std::vector<double> values);
   void AddRange(const double* values, int n);
@@ -131,9 +143,29 @@ public:
   void AddRange(const std::vector<float>& values);
   void AddRange(const std::vector<int>& values);
 
+  // ---- database link: the column DataField of the model DataSource
+  QAbstractItemModel* GetDataSource() const { return FDataSource; }
+  void SetDataSource(QAbstractItemModel* model);
+  // Reads the column when the model changed since the last reading. Nulls become 0 and outliers
+  // (the series skip them); a null in the last row is dropped.
+  void UpdateDB() override;
+  // The model changed: only marks the column for reading at the next paint.
+  void DBChanged();
+  bool FromDatabase() const { return FFromDatabase; }
+  bool DatabaseChanged() const { return FDatabaseChanged; }
+  bool InDatabaseUpdate() const { return FInDatabaseUpdate; }
+  TQyListLink* DataLink() const { return FDataLink; }
+
 private:
   template <class T> void AddRangeOf(const T* values, int n);
-  bool FPersistentValues = false;
+  void BindingChanged();
+  bool CanReadModel();
+  void TakeRead(std::vector<double>& values, int count, const std::vector<int>& outliers, int rows);
+  QPointer<QAbstractItemModel> FDataSource;
+  TQyListLink* FDataLink;
+  bool FFromDatabase = false;
+  bool FDatabaseChanged = false;
+  bool FInDatabaseUpdate = false;
 };
 
 // A vector whose value at i is i: stands in for a missing data vector of a series.

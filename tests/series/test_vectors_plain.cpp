@@ -1,0 +1,159 @@
+// The small vectors of axes and series, and walking vectors by enumerator and range-for.
+#include <QyExceptions.h>
+#include <QyPlainVectors.h>
+#include <QyVectors.h>
+#include <gtest/gtest.h>
+#include <numeric>
+
+namespace {
+template <class F> std::string RangeMessage(F&& f) {
+  try {
+    f();
+  } catch (const ERangeError& e) {
+    return e.Message().toStdString();
+  }
+  return "no exception";
+}
+} // namespace
+
+// Only the members each vector publishes are there.
+template <class V> concept HasSetCount = requires(V v) { v.SetCount(1); };
+template <class V> concept HasSetCapacity = requires(V v) { v.SetCapacity(1); };
+static_assert(HasSetCount<TQyBooleanVector> && !HasSetCapacity<TQyBooleanVector>);
+static_assert(HasSetCount<TQyIntegerVector> && HasSetCapacity<TQyIntegerVector>);
+static_assert(HasSetCount<TQySingleVector> && HasSetCapacity<TQySingleVector>);
+static_assert(!HasSetCount<TQyPointVector> && HasSetCapacity<TQyPointVector>);
+
+TEST(PlainVectors, IncrementCapacityAndGrowth) {
+  EXPECT_EQ(TQySingleVector().Increment(), 128);
+  EXPECT_EQ(TQySingleVector().Capacity(), 128); // allocated to one increment at once
+  EXPECT_EQ(TQySingleVector(0).Increment(), 128);
+  EXPECT_EQ(TQyIntegerVector(-3).Increment(), 128);
+  EXPECT_EQ(TQyBooleanVector(1).Increment(), 1);
+  TQyIntegerVector v(10);
+  for (int i = 0; i < 10; ++i) EXPECT_EQ(v.Add(i * i), i + 1); // Add returns the new Count
+  EXPECT_EQ(v.Capacity(), 10); // a count equal to the capacity does not grow it
+  v.Add(100);
+  EXPECT_EQ(v.Capacity(), 20);
+  v.SetCapacity(5); // below Count: ignored
+  EXPECT_EQ(v.Capacity(), 20);
+  v.SetCapacity(64);
+  EXPECT_EQ(v.Capacity(), 64);
+  v.Clear();
+  EXPECT_EQ(v.Count(), 0);
+  EXPECT_EQ(v.Capacity(), 64); // memory kept
+
+  TQySingleVector s;
+  s.SetValue(5, 2.5f); // behind the end: extends
+  EXPECT_EQ(s.Count(), 6);
+  EXPECT_EQ(s.GetValue(5), 2.5f);
+  s.SetCount(2);
+  EXPECT_EQ(s.Count(), 2);
+  EXPECT_EQ(s.Capacity(), 128);
+  s.SetCount(300);
+  EXPECT_EQ(s.Capacity(), 384);
+
+  TQyBooleanVector b(4);
+  b.SetCount(5);
+  EXPECT_EQ(b.Count(), 5);
+  EXPECT_EQ(b.Capacity(), 8);
+}
+
+TEST(PlainVectors, IndexErrorsAndDelete) {
+  TQyIntegerVector v;
+  for (int x : {10, 20, 30, 40}) v.Add(x);
+  EXPECT_EQ(RangeMessage([&] { v.GetValue(4); }), "i=4 index out of range");
+  EXPECT_EQ(RangeMessage([&] { v.GetValue(-1); }), "i=-1 index out of range");
+  EXPECT_EQ(RangeMessage([&] { v.SetValue(-2, 0); }), "i=-2 index out of range");
+  v.Delete(4); // at Count: nothing
+  v.Delete(-1);
+  EXPECT_EQ(v.Count(), 4);
+  v.Delete(1);
+  ASSERT_EQ(v.Count(), 3);
+  EXPECT_EQ(v.GetValue(0), 10);
+  EXPECT_EQ(v.GetValue(1), 30);
+  EXPECT_EQ(v.GetValue(2), 40);
+  int sum = 0;
+  for (int x : v) sum += x; // range-for sees Count values only
+  EXPECT_EQ(sum, 80);
+
+  TQyPointVector p;
+  p.SetY(2, 7); // extends to 3 points
+  EXPECT_EQ(p.Count(), 3);
+  EXPECT_EQ(p.GetY(2), 7);
+  EXPECT_EQ(p.GetX(2), 0);
+  EXPECT_EQ(RangeMessage([&] { p.GetX(3); }), "i=3 index out of range");
+  EXPECT_EQ(RangeMessage([&] { p.GetY(3); }), "i=3 index out of range");
+  EXPECT_EQ(RangeMessage([&] { p.SetX(-1, 0); }), "i=-1 index out of range");
+}
+
+TEST(PlainVectors, EnumeratorsStartBeforeTheFirstValue) {
+  TQyPointVector p;
+  auto empty = p.GetEnumerator();
+  EXPECT_FALSE(empty.MoveNext());
+  p.Add(QPointF(1, 2));
+  p.Add(QPointF(3, 4));
+  auto e = TQyPointVector::TQyPointVectorEnum::Create(&p);
+  ASSERT_TRUE(e.MoveNext());
+  EXPECT_EQ(e.GetCurrent(), QPointF(1, 2));
+  ASSERT_TRUE(e.MoveNext());
+  EXPECT_EQ(e.GetCurrent(), QPointF(3, 4));
+  p.Add(QPointF(5, 6)); // a value added during the walk is seen
+  ASSERT_TRUE(e.MoveNext());
+  EXPECT_EQ(e.GetCurrent(), QPointF(5, 6));
+  EXPECT_FALSE(e.MoveNext());
+
+  TQyDoubleVector d;
+  d.AddRange(std::vector<int>{3, 1, 4});
+  auto de = d.GetEnumerator();
+  std::vector<double> seen;
+  while (de.MoveNext()) seen.push_back(de.GetCurrent());
+  EXPECT_EQ(seen, (std::vector<double>{3, 1, 4}));
+  double sum = 0;
+  for (double x : d) sum += x;
+  EXPECT_EQ(sum, 8);
+
+  // The indexer has no storage: walking it goes through its computed values.
+  TQyIndexer idx;
+  TQyDoubleVector partner;
+  partner.AddRange(std::vector<double>{9, 9, 9, 9});
+  idx.SetPartner(&partner);
+  std::vector<double> indices;
+  for (double x : idx) indices.push_back(x);
+  EXPECT_EQ(indices, (std::vector<double>{0, 1, 2, 3}));
+  EXPECT_EQ(idx.GetSum(), 6); // 0 + 1 + 2 + 3
+  TQyIndexer lonely;
+  EXPECT_EQ(lonely.begin() == lonely.end(), true);
+  EXPECT_EQ(lonely.GetMinimumIdx(), -1);
+  EXPECT_EQ(lonely.GetMaximumIdx(), -1);
+}
+
+TEST(DoubleVectorBulk, AddRangeFormsAndSetValues) {
+  TQyDoubleVector v;
+  v.AddRange(std::vector<double>{}); // empty: nothing changes
+  EXPECT_EQ(v.Count(), 0);
+  EXPECT_EQ(v.GetMaximum(), -1.7976931348623157e308);
+  const double raw[] = {1.5, -2.5};
+  v.AddRange(raw, 2);
+  v.AddRange(std::vector<float>{0.25f});
+  v.AddRange(std::vector<int>{7});
+  v.AddRange(std::vector<double>{8});
+  ASSERT_EQ(v.Count(), 5);
+  EXPECT_EQ(v.GetValue(1), -2.5);
+  EXPECT_EQ(v.GetValue(2), 0.25);
+  EXPECT_EQ(v.GetValue(3), 7);
+  EXPECT_EQ(v.GetMinimum(), -2.5);
+  EXPECT_EQ(v.GetMaximumIdx(), 4);
+  v.AddOutlier(4);
+  v.SetValues({5, 6, 7}); // takes the values and forgets the outliers
+  EXPECT_EQ(v.Count(), 3);
+  EXPECT_FALSE(v.HasOutliers());
+  EXPECT_EQ(v.GetSum(), 18);
+  EXPECT_TRUE(v.GetOnlyAscending());
+  v.Add(8); // appending after a taken-over array grows it
+  EXPECT_EQ(v.GetValue(3), 8);
+  v.SetValues({});
+  EXPECT_EQ(v.Count(), 0);
+  v.Add(1);
+  EXPECT_EQ(v.GetMinimum(), 1);
+}
