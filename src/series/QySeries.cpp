@@ -111,6 +111,14 @@ void TQySeries::SetDrawBandTo(TQySeries* series) {
   PointsModified();
 }
 
+void TQySeries::SetRangeFromFunction(TQySeries* series) {
+  if (series == this) series = nullptr;
+  if (FRangeFromFunction == series) return;
+  FRangeFromFunction = series;
+  Invalidate();
+  LegendsModified();
+}
+
 void TQySeries::SetLayer(int layer) {
   QyAssign(this, UndoRecorder(), FLayer, layer, QyRes::SeriesLayer, "Layer", [this] {
     if (FGraph) FGraph->Modified();
@@ -247,6 +255,11 @@ void TQySeries::ScanExtent(TQyCustomDoubleVector* v, bool isX, double& lo, doubl
   }
 }
 
+void TQySeries::GetExtent(double& minX, double& maxX, double& minY, double& maxY) {
+  ScanExtent(FXData, true, minX, maxX);
+  ScanExtent(FYData, false, minY, maxY);
+}
+
 void TQySeries::CheckDBVectors() {
   for (TQyCustomDoubleVector* v : {FXData.data(), FYData.data()})
     if (v) v->UpdateDB();
@@ -257,15 +270,14 @@ void TQySeries::Calculate() {
   if (FXData->GetCount() <= FLastCount && FYData->GetCount() <= FLastCount) return;
   FCount = GetCount();
   if (FLastCount >= FCount || FCount < FMinimumCount) return;
-  double lo, hi;
-  ScanExtent(FXData, true, lo, hi);
-  if (lo != FLimitMinX || hi != FLimitMaxX) {
-    FLimitMinX = lo, FLimitMaxX = hi;
+  double x0, x1, y0, y1;
+  GetExtent(x0, x1, y0, y1);
+  if (x0 != FLimitMinX || x1 != FLimitMaxX) {
+    FLimitMinX = x0, FLimitMaxX = x1;
     FXAxis->RangeModified();
   }
-  ScanExtent(FYData, false, lo, hi);
-  if (lo != FLimitMinY || hi != FLimitMaxY) {
-    FLimitMinY = lo, FLimitMaxY = hi;
+  if (y0 != FLimitMinY || y1 != FLimitMaxY) {
+    FLimitMinY = y0, FLimitMaxY = y1;
     FYAxis->RangeModified();
   }
   CheckLinkedMarkers();
@@ -312,6 +324,15 @@ void TQySeries::TestVisibleChanged() {
   if (!FGraph) return;
   FPen = FLine->GetPen(DataArea());
   FBrush = FArea->GetBrush(DataArea());
+  FSymbolPen = TQyPen(FPointSymbol->GetBorderColor(), FPointSymbol->GetBorderLineWidth());
+  FSymbolBrush = QBrush(TQyColorToQColor(FPointSymbol->GetFillColor()));
+  FOutOfRangeSymbolPen =
+      TQyPen(FOutOfRangePointSymbol->GetBorderColor(), FOutOfRangePointSymbol->GetBorderLineWidth());
+  FOutOfRangeSymbolBrush = QBrush(TQyColorToQColor(FOutOfRangePointSymbol->GetFillColor()));
+  if (FPointSymbol->GetVisible() && FPointSymbol->GetSize() != FLastSymbolSize) {
+    FLastSymbolSize = FPointSymbol->GetSize();
+    LegendsModified();
+  }
   Invalidate();
   const bool visible = SeriesVisible();
   if (visible != FLastVisible) {

@@ -8,6 +8,8 @@
 #include "QyPlainVectors.h"
 #include "QyProperty.h"
 #include "QyRichLabel.h"
+#include "QyPixelOccupancy.h"
+#include <QVariantMap>
 #include <QBrush>
 #include <QPen>
 #include <QPointer>
@@ -28,9 +30,45 @@ struct TQyTransformEventArgs {
   int Index;
 };
 using TQyValueTransformation = std::function<double(TQySeries* sender, const TQyTransformEventArgs& args)>;
-// Lets the application pick the pen of one segment; returning false skips the segment.
-using TQyPenEventHandler = std::function<bool(TQySeries* sender, int index, QPen& pen)>;
-using TQyBrushEventHandler = std::function<bool(TQySeries* sender, int index, QBrush& brush)>;
+// What a pen or brush handler gets for one element (segment, area piece, error bar): the data
+// index (-1 for a function series), the transformed X and Y, and the pen or brush, which the
+// handler may replace, and Draw, which it may clear to skip the element. A replaced pen or brush
+// stays in use for the following elements of the same paint.
+struct TQyPenEventArgs {
+  int Index = -1;
+  double X = 0, Y = 0;
+  QPen Pen;
+  bool Draw = true;
+};
+struct TQyBrushEventArgs {
+  int Index = -1;
+  double X = 0, Y = 0;
+  QBrush Brush;
+  bool Draw = true;
+};
+using TQyPenEventHandler = std::function<void(TQySeries* sender, TQyPenEventArgs& args)>;
+using TQyBrushEventHandler = std::function<void(TQySeries* sender, TQyBrushEventArgs& args)>;
+
+// What a symbol handler gets for one point; it may change every field, Visible false hides it.
+struct PointSymbolEventArgs {
+  int Index = -1;
+  double X = 0, Y = 0;
+  float Size = 0;
+  QPen Pen;
+  QBrush Brush;
+  TQyPointSymbol Symbol = TQyPointSymbol::Circle;
+  bool Visible = true;
+};
+using PointSymbolEventHandler = std::function<void(TQySeries* sender, PointSymbolEventArgs& args)>;
+
+// A legend row handed to a series to draw its sample into.
+struct TQyLegendItemDrawArgs {
+  QPainter* Graphics = nullptr;
+  QRectF Rect;
+  int Index = 0;
+};
+// How a legend sample fills its rectangle; merged items share one rectangle by these.
+enum class LegendItemStyle { Filled, HalfHorizontal, AscendingDiagonal, DescendingDiagonal };
 
 struct TQyNearestPointResult {
   bool Found = false;
@@ -82,13 +120,25 @@ public:
   TQyPointSymbolSettings* OutOfRangePointSymbol() const { return FOutOfRangePointSymbol; }
   virtual void SetUndoStack(TQyUndoRecorder* recorder);
 
+  // The series whose calculated X range separates the points drawn with PointSymbol from those
+  // drawn with OutOfRangePointSymbol (a calculated curve's range; any series gives its X extent).
+  TQySeries* GetRangeFromFunction() const { return FRangeFromFunction; }
+  void SetRangeFromFunction(TQySeries* series);
+  // The X range over which this series' curve is defined: its data extent here; calculated
+  // curves answer the range they compute over.
+  virtual double GetCalcStart() const { return FLimitMinX; }
+  virtual double GetCalcStop() const { return FLimitMaxX; }
+
   TQyValueTransformation XValueTransformation, YValueTransformation;
   TQyPenEventHandler OnGetPen;
   TQyBrushEventHandler OnGetBrush;
+  PointSymbolEventHandler OnGetPointSymbol;
 
   // ---- data path
   virtual int GetCount();
   virtual void Calculate();
+  // The data extent for the axes: X and Y minimum and maximum in axis numbers.
+  virtual void GetExtent(double& minX, double& maxX, double& minY, double& maxY);
   virtual void CalculatePoints();
   virtual void CheckDBVectors();
   virtual bool HasValuesAt(int i) const;
@@ -121,7 +171,26 @@ public:
   // ---- drawing
   virtual void PaintGr(QPainter* graphics);
   virtual void DrawLine(QPainter* graphics);
-  virtual void DrawSymbols(QPainter* graphics) {}
+  virtual void DrawSymbols(QPainter* graphics);
+  // Decorations drawn between the line and the symbols (error bars); nothing here.
+  virtual void DrawIndicators(QPainter*) {}
+  // Cuts the translucent symbols out of the painter's clip, so the line does not show through.
+  void ShootHolesToClip(QPainter* graphics);
+  // The legend sample: merged with MergeLegendItemWith's, or the series' own in `style`.
+  virtual void DrawListItem(const TQyLegendItemDrawArgs& args);
+  virtual void DrawListItem(const TQyLegendItemDrawArgs& args, LegendItemStyle style);
+  void DrawMergedItems(const TQyLegendItemDrawArgs& args);
+
+  // ---- document record
+  // The series' settings as one record keyed by the document names ("Visible", "Line",
+  // "PointSymbol.Size", ...). The stream, XML and INI media translate it: the stream in the
+  // order of SeriesStreamOrder(), XML nodes and INI keys by name. References are written as
+  // component names and resolved on reading by `resolve`; keys missing from a record keep the
+  // current value.
+  using TQyReferenceResolver = std::function<QObject*(const QString& name)>;
+  virtual void WriteRecord(QVariantMap& record) const;
+  virtual void ReadRecord(const QVariantMap& record, const TQyReferenceResolver& resolve);
+  static QStringList SeriesStreamOrder();
 
   // ---- linked markers (filled by the markers)
   virtual void ClearLinkedMarkers() {}
@@ -146,13 +215,27 @@ protected:
   void AddBandPoints();
   void CompressRuns(int start, int stop);
   void KeepDistinctPoints(int start, int stop);
+  void KeepOccupyingPoints(int start, int stop);
+  virtual bool PureScatter() const;
   QRectF DataArea() const;
   void LeaveGraph();
   void DrawPlainLine(QPainter* graphics);
+  void DrawArea(QPainter* graphics);
+  void DrawSegments(QPainter* graphics);
+  void DrawCanvasLine(QPainter* graphics);
+  float Baseline() const;
+  // Index, X and Y of point k for the event handlers.
+  void ElementAt(int k, int& index, double& x, double& y);
+  // The symbol settings, pen and brush of the point with data index i; nullptr when not drawn.
+  const TQyPointSymbolSettings* SymbolAt(int i, const QPen*& pen, const QBrush*& brush);
+  bool InFunctionRange(int i);
+  bool NeedsHoles() const;
+  // Calls f(k) for each point whose symbol is drawn: at most one per pixel of the graph.
+  template <class F> void ForEachDistinctSymbol(F f);
 
   QPointer<TQyAxis> FXAxis, FYAxis;
   QPointer<TQyCustomDoubleVector> FXData, FYData;
-  QPointer<TQySeries> FMergeLegendItemWith, FDrawBandTo;
+  QPointer<TQySeries> FMergeLegendItemWith, FDrawBandTo, FRangeFromFunction;
   QPointer<TQyGraph2D> FGraph;
   TQyIndexer* FDataIndexer = nullptr;
   TQyPointSymbolSettings* FPointSymbol = nullptr;
@@ -168,6 +251,11 @@ protected:
   bool FLastVisible = false;
   QPen FPen;
   QBrush FBrush;
+  QPen FSymbolPen, FOutOfRangeSymbolPen;
+  QBrush FSymbolBrush, FOutOfRangeSymbolBrush;
+  float FLastSymbolSize = -1;
+  TQyPixelOccupancy FScatterCells; // pixels taken by the points of a pure scatter
+  TQyPixelOccupancy FDrawCells;    // pixels taken by the symbols of one drawing pass
 };
 
 class TQyLineSeries : public TQySeries {

@@ -1,56 +1,157 @@
-// Drawing of a series: the area under or between curves and the polyline.
+// Drawing of a series: the area under or between curves, the polyline, and the order of both
+// with error bars and symbols.
 #include "QyAxis.h"
 #include "QyGraph2D.h"
+#include "QyRounding.h"
 #include "QySeries.h"
 #include "QyStyles.h"
+#include "QyVectors.h"
 #include <QPainter>
+#include <cmath>
 
 namespace {
 // Thick or dashed polylines are drawn in pieces: the raster engine's cost for one long wide path
 // grows much faster than linearly, pieces keep it linear.
 constexpr int ChunkPoints = 1000;
+
+template <class P> double Length(const P* pts, int n) {
+  double len = 0;
+  for (int k = 1; k < n; ++k) len += std::hypot(double(pts[k].x() - pts[k - 1].x()), double(pts[k].y() - pts[k - 1].y()));
+  return len;
+}
+
+// Draws the polyline with the painter's pen, in pieces when the pen is thick or dashed. A dashed
+// piece continues the pattern where the previous one stopped.
+template <class P> void DrawPolylineInPieces(QPainter* g, const P* pts, int n) {
+  QPen pen = g->pen();
+  const bool plain = pen.widthF() <= 1 && pen.style() == Qt::SolidLine;
+  if (plain || n <= ChunkPoints) {
+    g->drawPolyline(pts, n);
+    return;
+  }
+  const bool dashed = pen.style() != Qt::SolidLine && pen.style() != Qt::NoPen;
+  const double unit = pen.widthF() > 0 ? pen.widthF() : 1.0; // dash offsets count in pen widths
+  double offset = pen.dashOffset();
+  for (int k = 0; k + 1 < n; k += ChunkPoints) {
+    const int m = std::min(ChunkPoints + 1, n - k); // pieces share their end points
+    if (dashed) {
+      pen.setDashOffset(offset);
+      g->setPen(pen);
+      offset += Length(pts + k, m) / unit;
+    }
+    g->drawPolyline(pts + k, m);
+  }
+}
 } // namespace
 
+// Translucent symbols cut their holes first, so that neither the line nor the error bars show
+// through them; the symbols then come on top.
 void TQySeries::PaintGr(QPainter* g) {
   if (!FXAxis || !FYAxis || !FGraph || !SeriesVisible()) return;
   if (FPointsStale) CalculatePoints();
+  if (FPointCount == 0) return;
+  const bool holes = FPointCount > 1 && NeedsHoles();
+  if (holes) {
+    g->save();
+    ShootHolesToClip(g);
+  }
   if (FPointCount > 1) DrawLine(g);
+  DrawIndicators(g);
+  if (holes) g->restore();
   DrawSymbols(g);
 }
 
 void TQySeries::DrawLine(QPainter* g) {
-  const QPointF* pts = FPoints.Data();
-  if (FArea->GetVisible() && FTotalPointCount > 2) {
-    g->setPen(Qt::NoPen);
-    g->setBrush(FBrush);
-    g->drawPolygon(pts, FTotalPointCount);
-  }
+  if (FArea->GetVisible()) DrawArea(g);
   if (!FLine->GetVisible()) return;
   g->setBrush(Qt::NoBrush);
-  if (OnGetPen) {
-    for (int k = 0; k + 1 < FPointCount; ++k) {
-      QPen pen = FPen;
-      if (!OnGetPen(this, FPointIndices[k], pen)) continue; // the application skips this segment
-      g->setPen(pen);
-      g->drawLine(pts[k], pts[k + 1]);
-    }
-    return;
-  }
-  g->setPen(FPen);
-  DrawPlainLine(g);
+  if (OnGetPen) DrawSegments(g);
+  else if (CanDoCanvasDraw()) DrawCanvasLine(g);
+  else DrawPlainLine(g);
 }
 
 void TQySeries::DrawPlainLine(QPainter* g) {
-  const QPointF* pts = FPoints.Data();
-  const bool plain = FPen.widthF() <= 1 && FPen.style() == Qt::SolidLine;
-  if (plain || FPointCount <= ChunkPoints) {
-    g->drawPolyline(pts, FPointCount);
+  g->setPen(FPen);
+  DrawPolylineInPieces(g, FPoints.Data(), FPointCount);
+}
+
+// The level an area falls to: the axis start when it is above zero, else zero.
+float TQySeries::Baseline() const {
+  const double start = FYAxis->GetStart();
+  return float(FYAxis->NumberToWorld(start > 0 ? start : 0) - 0.5);
+}
+
+void TQySeries::ElementAt(int k, int& index, double& x, double& y) {
+  if (IsFunctionSeries()) {
+    index = -1;
+    x = FXAxis->WorldToNumber(FPoints[k].x());
+    y = GetY(x);
     return;
   }
-  for (int k = 0; k + 1 < FPointCount; k += ChunkPoints) {
-    const int n = std::min(ChunkPoints + 1, FPointCount - k); // pieces share their end points
-    g->drawPolyline(pts + k, n);
+  index = FPointIndices[k];
+  x = TransformX(FXData->GetValue(index), index);
+  y = TransformY(FYData->GetValue(index), index);
+}
+
+// The area: one polygon along the line and back over the band or baseline points; with a brush
+// handler one quadrilateral per segment down to the baseline.
+void TQySeries::DrawArea(QPainter* g) {
+  const QPointF* pts = FPoints.Data();
+  g->setPen(Qt::NoPen);
+  if (!OnGetBrush) {
+    if (FTotalPointCount < 3) return;
+    g->setBrush(FBrush);
+    g->drawPolygon(pts, FTotalPointCount);
+    return;
   }
+  const double base = Baseline();
+  QBrush brush = FBrush;
+  for (int k = 0; k + 1 < FPointCount; ++k) {
+    TQyBrushEventArgs args;
+    ElementAt(k, args.Index, args.X, args.Y);
+    args.Brush = brush;
+    OnGetBrush(this, args);
+    brush = args.Brush;
+    if (!args.Draw) continue;
+    const QPointF quad[4] = {pts[k + 1], pts[k], {pts[k].x(), base}, {pts[k + 1].x(), base}};
+    g->setBrush(brush);
+    g->drawPolygon(quad, 4);
+  }
+}
+
+// One line per segment with the pen the handler chooses; a segment it refuses is left out.
+void TQySeries::DrawSegments(QPainter* g) {
+  const QPointF* pts = FPoints.Data();
+  QPen pen = FPen;
+  for (int k = 0; k + 1 < FPointCount; ++k) {
+    TQyPenEventArgs args;
+    ElementAt(k, args.Index, args.X, args.Y);
+    args.Pen = pen;
+    OnGetPen(this, args);
+    pen = args.Pen;
+    if (!args.Draw) continue;
+    g->setPen(pen);
+    g->drawLine(pts[k], pts[k + 1]);
+  }
+}
+
+// The fast path for many points with an opaque thin or solid line: whole-pixel vertices, no
+// antialiasing, bevelled joins, clipped to the data area. The painter already works in the
+// graph's client coordinates, so no offset for partial repaints is needed.
+void TQySeries::DrawCanvasLine(QPainter* g) {
+  std::vector<QPoint> pts(static_cast<size_t>(FPointCount));
+  for (int k = 0; k < FPointCount; ++k)
+    pts[size_t(k)] = QPoint(int(Round(FPoints[k].x())), int(Round(FPoints[k].y())));
+  QPen pen(TQyColorToQColor(FLine->GetColor() | 0xFF000000u));
+  pen.setWidth(int(Round(FLine->GetWidth())));
+  pen.setStyle(FPen.style());
+  pen.setJoinStyle(Qt::BevelJoin);
+  g->save();
+  g->setRenderHint(QPainter::Antialiasing, false);
+  g->setClipRect(DataArea().toRect(), Qt::IntersectClip);
+  g->setPen(pen);
+  DrawPolylineInPieces(g, pts.data(), FPointCount);
+  g->restore();
 }
 
 TQyLineSeries::TQyLineSeries(QObject* owner) : TQySeries(owner) {}

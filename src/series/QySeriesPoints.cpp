@@ -49,6 +49,10 @@ void TQySeries::CalculatePoints() {
     FPointIndices.Clear();
     FPointCount = 0;
     FColumnPoint = 0;
+    if (FGraph) {
+      const int m = int(std::ceil(FPointSymbol->GetSize())) + 1; // symbols just outside still show
+      FScatterCells.Reset(QRect(0, 0, FGraph->width(), FGraph->height()).adjusted(-m, -m, m, m));
+    }
   }
   FCount = GetCount();
   if (FCount == 0 || !FXAxis || !FYAxis) {
@@ -64,7 +68,8 @@ void TQySeries::CalculatePoints() {
   }
   int start, stop;
   GetCalcPointsStartStop(start, stop);
-  if (FPointSymbol->GetVisible()) KeepDistinctPoints(start, stop);
+  if (PureScatter()) KeepOccupyingPoints(start, stop);
+  else if (FPointSymbol->GetVisible()) KeepDistinctPoints(start, stop);
   else CompressRuns(start, stop);
   FCalculatedCount = FCount;
   AddBandPoints();
@@ -85,6 +90,24 @@ void TQySeries::KeepDistinctPoints(int start, int stop) {
     FPointIndices.SetValue(FPointCount++, i);
     last = p;
   }
+}
+
+// Symbols alone (no line, no area): a point is kept when its pixel is not yet taken. Dense noisy
+// data jump back and forth, so comparing with the last kept point alone would keep nearly all.
+void TQySeries::KeepOccupyingPoints(int start, int stop) {
+  QPointF p;
+  for (int i = start; i <= stop; ++i) {
+    if (!HasValuesAt(i)) continue;
+    GetCalcPoint(i, p);
+    if (!FScatterCells.Claim(p)) continue;
+    FPoints.SetValue(FPointCount, p);
+    FPointIndices.SetValue(FPointCount++, i);
+  }
+}
+
+bool TQySeries::PureScatter() const {
+  return FPointSymbol->GetVisible() && !FLine->GetVisible() && !FArea->GetVisible() && !IsFunctionSeries() &&
+         FGraph;
 }
 
 // Without symbols: the points of one pixel column collapse to at most four (first, lowest and
@@ -138,8 +161,7 @@ void TQySeries::AddBandPoints() {
       return;
     }
   }
-  const double start = FYAxis->GetStart();
-  const double base = FYAxis->NumberToWorld(start > 0 ? start : 0) - 0.5;
+  const double base = Baseline();
   FPoints.SetValue(FTotalPointCount++, QPointF(FPoints[FPointCount - 1].x(), base));
   FPoints.SetValue(FTotalPointCount++, QPointF(FPoints[0].x(), base));
 }

@@ -187,6 +187,12 @@ inline constexpr char XMLReadError[] = "XMLReadError: node \"%s\" not found";
 inline constexpr char StreamReadError[] = "Stream read error";
 inline constexpr char StreamWriteError[] = "Stream write error";
 inline constexpr char FileCreateError[] = "Cannot create file \"%s\". %s";
+
+// ---- Line, point and error-bar series (undo captions)
+inline constexpr char ErrorBarsDeltaXPlus[] = "Error bars X(+)-delta reference";
+inline constexpr char ErrorBarsDeltaXMinus[] = "Error bars X(-)-delta reference";
+inline constexpr char ErrorBarsDeltaYPlus[] = "Error bars Y(+)-delta reference";
+inline constexpr char ErrorBarsDeltaYMinus[] = "Error bars Y(-)-delta reference";
 } // namespace QyRes
 
 // The text of a table entry (the translation hook).

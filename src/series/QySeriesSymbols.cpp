@@ -1,0 +1,103 @@
+// Point symbols of a series: which look each point gets, at most one symbol per pixel, and the
+// holes that translucent symbols cut into the clip before the line is drawn.
+#include "QyAxis.h"
+#include "QyDrawing.h"
+#include "QyGraph2D.h"
+#include "QySeries.h"
+#include "QyStyles.h"
+#include "QyVectors.h"
+#include <QPainter>
+#include <QRegion>
+#include <cmath>
+
+namespace {
+bool Translucent(const TQyPointSymbolSettings* s) { return (s->GetFillColor() >> 24) != 0xFF; }
+
+// Unites many regions pairwise: one after the other would cost the square of their number.
+QRegion UniteAll(std::vector<QRegion> parts) {
+  if (parts.empty()) return {};
+  while (parts.size() > 1) {
+    size_t w = 0;
+    for (size_t r = 0; r < parts.size(); r += 2)
+      parts[w++] = r + 1 < parts.size() ? parts[r].united(parts[r + 1]) : parts[r];
+    parts.resize(w);
+  }
+  return parts.front();
+}
+} // namespace
+
+// The X of data index i lies within the calculated range of RangeFromFunction (bounds included).
+// The data index is what decides, so that thinned points are judged by their own value.
+bool TQySeries::InFunctionRange(int i) {
+  const double x = TransformX(FXData->GetValue(i), i);
+  return x >= FRangeFromFunction->GetCalcStart() && x <= FRangeFromFunction->GetCalcStop();
+}
+
+const TQyPointSymbolSettings* TQySeries::SymbolAt(int i, const QPen*& pen, const QBrush*& brush) {
+  if (!FPointSymbol->GetVisible()) return nullptr;
+  if (FRangeFromFunction && !InFunctionRange(i)) {
+    if (!FOutOfRangePointSymbol->GetVisible()) return nullptr;
+    pen = &FOutOfRangeSymbolPen, brush = &FOutOfRangeSymbolBrush;
+    return FOutOfRangePointSymbol;
+  }
+  pen = &FSymbolPen, brush = &FSymbolBrush;
+  return FPointSymbol;
+}
+
+bool TQySeries::NeedsHoles() const {
+  if (!FPointSymbol->GetVisible()) return false;
+  return Translucent(FPointSymbol) ||
+         (FRangeFromFunction && FOutOfRangePointSymbol->GetVisible() && Translucent(FOutOfRangePointSymbol));
+}
+
+template <class F> void TQySeries::ForEachDistinctSymbol(F f) {
+  const int m = int(std::ceil(std::max(FPointSymbol->GetSize(), FOutOfRangePointSymbol->GetSize()))) + 1;
+  FDrawCells.Reset(QRect(0, 0, FGraph->width(), FGraph->height()).adjusted(-m, -m, m, m));
+  for (int k = 0; k < FPointCount; ++k)
+    if (FDrawCells.Claim(FPoints[k])) f(k);
+}
+
+void TQySeries::ShootHolesToClip(QPainter* g) {
+  std::vector<QRegion> holes;
+  ForEachDistinctSymbol([&](int k) {
+    const QPen* pen;
+    const QBrush* brush;
+    const TQyPointSymbolSettings* s = SymbolAt(FPointIndices[k], pen, brush);
+    if (!s || !Translucent(s)) return;
+    const QPointF& p = FPoints[k];
+    const QPainterPath outline = PointSymbolOutline(p.x(), p.y(), (s->GetSize() - 1) / 2, s->GetPointSymbol());
+    if (!outline.isEmpty()) holes.emplace_back(outline.toFillPolygon().toPolygon(), Qt::WindingFill);
+  });
+  if (holes.empty()) return;
+  // The holes are whole pixels: the symbol's border covers their edge.
+  const QRegion all = g->hasClipping() ? g->clipRegion()
+                                        : QRegion(g->transform().inverted().mapRect(
+                                              QRect(0, 0, g->device()->width(), g->device()->height())));
+  g->setClipRegion(all.subtracted(UniteAll(std::move(holes))));
+}
+
+void TQySeries::DrawSymbols(QPainter* g) {
+  if (!FVisible || !FGraph || FPointsStale || FPointCount == 0) return;
+  if (OnGetPointSymbol) {
+    ForEachDistinctSymbol([&](int k) {
+      PointSymbolEventArgs a;
+      double x, y;
+      ElementAt(k, a.Index, x, y);
+      a.X = x, a.Y = y;
+      a.Size = FPointSymbol->GetSize();
+      a.Symbol = FPointSymbol->GetPointSymbol();
+      a.Visible = FPointSymbol->GetVisible();
+      a.Pen = FSymbolPen, a.Brush = FSymbolBrush;
+      OnGetPointSymbol(this, a);
+      if (a.Visible) DrawPointSymbol(g, a.Pen, a.Brush, FPoints[k].x(), FPoints[k].y(), a.Size, a.Symbol);
+    });
+    return;
+  }
+  if (!FPointSymbol->GetVisible()) return;
+  ForEachDistinctSymbol([&](int k) {
+    const QPen* pen;
+    const QBrush* brush;
+    if (const TQyPointSymbolSettings* s = SymbolAt(FPointIndices[k], pen, brush))
+      DrawPointSymbol(g, *pen, *brush, FPoints[k].x(), FPoints[k].y(), s->GetSize(), s->GetPointSymbol());
+  });
+}
