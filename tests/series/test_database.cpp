@@ -1,11 +1,13 @@
 // Vectors bound to a column of a real SQLite database through the query and table models.
 #include "QyTestGraph.h"
+#include <QDateTime>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlQueryModel>
 #include <QSqlRecord>
 #include <QSqlTableModel>
+#include <QStandardItemModel>
 #include <QyListLink.h>
 #include <QySeries.h>
 #include <QyVectors.h>
@@ -247,3 +249,35 @@ TEST_F(Database, PublishedBindingProperties) {
 }
 
 } // namespace
+
+// Values as the library counts them: numbers stored as text read with a point, dates and times
+// in days from 1899-12-30 with the time counted forward from the day, also before that day.
+TEST(ListLink, FieldValuesAsNumbers) {
+  QStandardItemModel model(0, 1);
+  model.setHorizontalHeaderLabels({"When"});
+  const QVariant cells[] = {QDate(1899, 12, 30), QDateTime(QDate(1900, 1, 1), QTime(12, 0)),
+                            QDateTime(QDate(1899, 12, 29), QTime(6, 0)), QString(" 3.5 "),
+                            QString("abc"), 42};
+  for (const QVariant& c : cells) {
+    auto* item = new QStandardItem;
+    item->setData(c, Qt::EditRole);
+    model.appendRow(item);
+  }
+  TQyDoubleVector v;
+  v.SetDataSource(&model);
+  v.SetDataField("when");
+  v.UpdateDB();
+  ASSERT_EQ(v.Count(), 6);
+  EXPECT_EQ(v.GetValue(0), 0.0);
+  EXPECT_EQ(v.GetValue(1), 2.5);
+  EXPECT_EQ(v.GetValue(2), -1.25);
+  EXPECT_EQ(v.GetValue(3), 3.5);
+  EXPECT_TRUE(v.IsOutlier(4)); // no number: like a null
+  EXPECT_EQ(v.GetValue(5), 42.0);
+  // Appending to an item model marks the column; the reading waits for the next paint.
+  model.appendRow(new QStandardItem("7"));
+  EXPECT_TRUE(v.DatabaseChanged());
+  EXPECT_EQ(v.Count(), 6);
+  v.UpdateDB();
+  EXPECT_EQ(v.GetValue(6), 7.0);
+}
