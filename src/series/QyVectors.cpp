@@ -318,6 +318,7 @@ void TQyCustomDoubleVector::NotifyListeners(TQyVectorChange change) {
 }
 
 void TQyCustomDoubleVector::Deliver(TQyVectorChange change) {
+  if (FRelatedSeries.isEmpty()) return; // a vector filled before it is shown appends at full speed
   for (QObject* o : RelatedSeries()) {
     auto* s = qobject_cast<TQySeries*>(o);
     if (!s) {
