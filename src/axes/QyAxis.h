@@ -266,7 +266,7 @@ private:
   void PlaceCaption();
   double SmallestPositiveData(double below) const;
   void ReadZoomStage();
-  int LabelExtent() const { return GetHorizontal() ? width() : height(); }
+  int LabelExtent() const;
   void PaintTicks(QPainter* g, bool exact);
   void PaintAxisLine(QPainter* g, bool exact);
   float LabelExtentAcross() const;

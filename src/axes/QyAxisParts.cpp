@@ -1,6 +1,7 @@
 // Partition finders of an axis: how coarse the labels may be so that they fit, how many digits a
 // label needs, and when a common power of ten leaves the labels for one extra exponent.
 #include "QyAxis.h"
+#include "QyGraph2D.h"
 #include "QyMath.h"
 #include "QyRounding.h"
 #include "QyTextFormat.h"
@@ -10,6 +11,14 @@ namespace {
 // A search gives up after this many candidates; a sane range needs a dozen.
 constexpr int MaxPartSearch = 60;
 } // namespace
+
+// The room labels have: the control's extent along the axis. On a graph that is the graph's
+// client extent, which the layout gives the control anyway; reading it from the graph keeps the
+// first layout of a new axis from fitting labels into the control's initial size.
+int TQyAxis::LabelExtent() const {
+  const QWidget* room = Graph() ? static_cast<const QWidget*>(Graph()) : this;
+  return GetHorizontal() ? room->width() : room->height();
+}
 
 // Estimated extent of a label along the axis, before any layout: no canvas needed.
 float TQyAxis::ApproxLen(double value, QString text) const {

@@ -164,8 +164,10 @@ void TQyAxis::RoundEnds(double& start, double& stop) {
     case E::RndNothing: break;
     }
     if (mode > 0) {
-      start = RoundEnd(start, false, mode == 2);
-      stop = RoundEnd(stop, true, mode == 2);
+      // An end that would round past the largest double keeps its value; -0 becomes 0.
+      const double s = RoundEnd(start, false, mode == 2) + 0.0, e = RoundEnd(stop, true, mode == 2) + 0.0;
+      if (std::isfinite(s)) start = s;
+      if (std::isfinite(e)) stop = e;
     }
   }
   if (dateTime) start = std::max(start, MinDateTime), stop = std::min(stop, MaxDateTime);

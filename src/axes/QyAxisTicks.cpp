@@ -182,9 +182,13 @@ void TQyAxis::LogTicks() {
   if (FMajorTickPart > 1.001) {
     const long long stride = std::max<long long>(1, Round(FTickPart));
     long long k = 0;
+    // Start at a multiple of the major part, so that majors (and labels) fall on its multiples
+    // even when the start end was only rounded to a multiple of 3 decades; ticks before the start
+    // are skipped.
+    decade = std::floor(decade / FMajorTickPart) * FMajorTickPart;
     do {
       x = Exp10(double(k) + decade);
-      add(x, k == 0, k == 0 && Round(std::fabs(decade)) % labelEvery == 0);
+      if (x >= FStart * (1 - 1e-9)) add(x, k == 0, k == 0 && Round(std::fabs(decade)) % labelEvery == 0);
       k += stride;
       if (double(k) >= FMajorTickPart) k = 0, decade += FMajorTickPart;
     } while (x < FStop && FTickPositions.Count() < MaxTicks);

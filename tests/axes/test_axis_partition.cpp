@@ -1,0 +1,151 @@
+#include "QyTestGraph.h"
+#include <QyAxis.h>
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace {
+// A free horizontal axis, 400 pixels wide, with the default 12-point font.
+struct FreeAxis {
+  std::unique_ptr<QWidget> form = std::make_unique<QWidget>();
+  TQyAxis* a = new TQyAxis(form.get());
+  FreeAxis(double start, double stop, int width = 400) {
+    a->resize(width, 20);
+    a->SetStartStop(start, stop);
+    a->Calculate();
+  }
+  QStringList Labels() const {
+    QStringList out;
+    for (int i = 0; i < a->LabelCount(); ++i) out << a->Label(i).PlainText();
+    return out;
+  }
+};
+} // namespace
+
+TEST(AxisPartition, RoundRangeFindsTheFirstCandidateThatNoLongerFits) {
+  // 0 .. 10 on 400 pixels: estimates 38.4 px per label ("10"); candidates need 38.4, 38.4,
+  // 146.8, 146.8, 255.2, then 580.4 >= 400, kept: parts 0.2 / 0.1 / 0.02 of 10^1.
+  FreeAxis f(0, 10);
+  TQyAxis* a = f.a;
+  EXPECT_EQ(a->RangeExponent(), 1);
+  EXPECT_DOUBLE_EQ(a->GetLabelPart(), 0.2);
+  EXPECT_DOUBLE_EQ(a->GetMajorTickPart(), 0.1);
+  EXPECT_DOUBLE_EQ(a->GetTickPart(), 0.02);
+  EXPECT_EQ(a->LabelExponent(), 1);
+  EXPECT_EQ(a->Digits(), 1);
+  EXPECT_FALSE(a->ExtraExponentOn());
+  EXPECT_DOUBLE_EQ(a->GetStart(), 0);
+  EXPECT_DOUBLE_EQ(a->GetStop(), 10);
+  EXPECT_EQ(f.Labels(), QStringList({"0", "2", "4", "6", "8", "10"}));
+  // Minor ticks every 0.2, majors at each whole number.
+  ASSERT_EQ(a->TickPositions().Count(), 51);
+  int majors = 0;
+  for (int i = 0; i < 51; ++i) {
+    EXPECT_EQ(bool(a->MajorFlags()[i]), i % 5 == 0) << i;
+    majors += a->MajorFlags()[i];
+  }
+  EXPECT_EQ(majors, 11);
+  EXPECT_DOUBLE_EQ(a->MajorIncrement(), 1.0);
+  EXPECT_DOUBLE_EQ(a->MinorIncrement(), 0.2);
+  // Labels stand at their ticks, below the axis line.
+  EXPECT_NEAR(a->Label(1).X, a->NumberToWorld(2), 0.01);
+  EXPECT_GT(a->Label(1).Y, a->OriginY() + a->GetMajorTickLength());
+}
+
+TEST(AxisPartition, DigitsExtraExponentAndExtraDigits) {
+  {
+    FreeAxis f(0, 1e6); // exponent 6 > 3: mantissas and one extra exponent
+    EXPECT_TRUE(f.a->ExtraExponentOn());
+    EXPECT_EQ(f.a->LabelExponent(), 6);
+    const QStringList l = f.Labels();
+    ASSERT_GE(l.size(), 3);
+    EXPECT_EQ(l.back(), "1.0");
+    EXPECT_EQ(f.a->ExtraExponentCaption().PlainText(), QString::fromUtf8("\u00B7106"));
+    // The last label stands at the axis end: no room past it, so it stands between the last two.
+    EXPECT_LT(f.a->ExtraExponentCaption().X, f.a->Label(l.size() - 1).X);
+    EXPECT_GT(f.a->ExtraExponentCaption().X, f.a->Label(l.size() - 2).X);
+  }
+  {
+    FreeAxis f(0.0001, 0.0002); // exponent -4 < -3
+    EXPECT_TRUE(f.a->ExtraExponentOn());
+    EXPECT_EQ(f.a->LabelExponent(), -4);
+    EXPECT_EQ(f.Labels().front(), "1.0");
+    EXPECT_EQ(f.Labels().back(), "2.0");
+  }
+  {
+    FreeAxis f(0, 1); // decimals follow the label step
+    EXPECT_EQ(f.Labels().front(), "0.0");
+    EXPECT_TRUE(f.Labels().contains("0.2"));
+    EXPECT_EQ(f.Labels().back(), "1.0");
+  }
+  {
+    FreeAxis f(0, 10);
+    f.a->SetExtraDigits(2); // two more decimals
+    f.a->Calculate();
+    EXPECT_EQ(f.Labels().front(), "0.00");
+    EXPECT_EQ(f.Labels().back(), "10.00");
+  }
+  {
+    FreeAxis f(-250, 750); // start 0 rule aside: the larger exponent decides
+    EXPECT_EQ(f.a->LabelExponent(), 2);
+    EXPECT_FALSE(f.a->ExtraExponentOn());
+    EXPECT_TRUE(f.Labels().contains("-200") || f.Labels().contains("-250"));
+  }
+}
+
+TEST(AxisPartition, ScaleLabelEventChangesEstimateAndText) {
+  FreeAxis plain(0, 10);
+  const double before = plain.a->GetLabelPart();
+  FreeAxis f(0, 10);
+  f.a->OnGetScaleLabel = [](TQyAxis*, double v, QString& text) { text = QString::number(v) + " units"; };
+  f.a->SetStartStop(0, 10);
+  f.a->Calculate();
+  EXPECT_GT(f.a->GetLabelPart(), before); // longer texts: a coarser partition
+  ASSERT_GT(f.a->LabelCount(), 0);
+  EXPECT_TRUE(f.a->Label(0).PlainText().endsWith(" units"));
+}
+
+TEST(AxisPartition, LogarithmicParts) {
+  {
+    FreeAxis f(1, 1000);
+    f.a->SetScaling(TQyAxisScaling::Log);
+    f.a->SetStartStop(1, 1000);
+    f.a->Calculate();
+    ASSERT_TRUE(f.a->LogActive());
+    EXPECT_DOUBLE_EQ(f.a->GetLabelPart(), 1);
+    EXPECT_DOUBLE_EQ(f.a->GetMajorTickPart(), 1);
+    EXPECT_DOUBLE_EQ(f.a->GetTickPart(), 0.1);
+    EXPECT_EQ(f.Labels(), QStringList({"1", "10", "100", "1000"}));
+    // 1..9 per decade plus the last power: 28 ticks, majors on the powers of ten.
+    ASSERT_EQ(f.a->TickPositions().Count(), 28);
+    EXPECT_NEAR(f.a->TickPositions()[1], f.a->NumberToWorld(2), 1e-3);
+    EXPECT_NEAR(f.a->TickPositions()[9], f.a->NumberToWorld(10), 1e-3);
+    EXPECT_TRUE(f.a->MajorFlags()[9]);
+    EXPECT_FALSE(f.a->MajorFlags()[8]);
+  }
+  {
+    // LogEE over 1 .. 1e6 on 100 pixels: the label part grows past 3, to a multiple of 3.
+    FreeAxis f(1, 1e6, 100);
+    f.a->SetScaling(TQyAxisScaling::LogEE);
+    f.a->SetStartStop(1, 1e6);
+    f.a->Calculate();
+    EXPECT_DOUBLE_EQ(std::fmod(f.a->GetLabelPart(), 3.0), 0);
+    EXPECT_GE(f.a->GetLabelPart(), 3);
+    EXPECT_DOUBLE_EQ(f.a->GetMajorTickPart(), f.a->GetLabelPart());
+    const QStringList l = f.Labels();
+    ASSERT_FALSE(l.isEmpty());
+    EXPECT_EQ(l.front(), "100");  // "10" with superscript 0
+    EXPECT_EQ(l.back(), "106");
+  }
+}
+
+TEST(AxisPartition, RubricsCentredInTheirIntervals) {
+  FreeAxis f(0, 5);
+  f.a->SetScaling(TQyAxisScaling::Rubrics);
+  f.a->SetRubrics({"Mon", "Tue", "Wed", "Thu", "Fri"});
+  f.a->SetStartStop(0, 5);
+  f.a->Calculate();
+  EXPECT_EQ(f.Labels(), QStringList({"Mon", "Tue", "Wed", "Thu", "Fri"})); // none for index 5
+  const float unit = f.a->NumberToWorld(1) - f.a->NumberToWorld(0);
+  EXPECT_NEAR(f.a->Label(0).X, f.a->NumberToWorld(0) + unit / 2, 1.0);
+  EXPECT_NEAR(f.a->Label(4).X, f.a->NumberToWorld(4) + unit / 2, 1.0);
+}

@@ -1,0 +1,215 @@
+#include "QyTestGraph.h"
+#include <QyAxis.h>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+TEST(AxisRanges, RepairOfDegenerateRanges) {
+  QyTestGraph f;
+  TQyAxis* x = f.X();
+  double s = 0, e = 10;
+  x->RoundEnds(s, e); // the default range stays
+  EXPECT_DOUBLE_EQ(s, 0);
+  EXPECT_DOUBLE_EQ(e, 10);
+  x->SetEndRounding(TQyAxisEndRounding::RndNothing);
+  s = e = 5; // one value: d = 10^0 either side
+  x->RoundEnds(s, e);
+  EXPECT_DOUBLE_EQ(s, 4);
+  EXPECT_DOUBLE_EQ(e, 6);
+  s = e = 0;
+  x->RoundEnds(s, e);
+  EXPECT_DOUBLE_EQ(s, -1);
+  EXPECT_DOUBLE_EQ(e, 1);
+  s = e = 3e-7;
+  x->RoundEnds(s, e);
+  EXPECT_NEAR(s, 2e-7, 1e-20);
+  EXPECT_NEAR(e, 4e-7, 1e-20);
+  s = 9, e = 2; // reversed
+  x->RoundEnds(s, e);
+  EXPECT_DOUBLE_EQ(s, 0);
+  EXPECT_DOUBLE_EQ(e, 100);
+  x->SetScaling(TQyAxisScaling::Log);
+  s = 9, e = 2;
+  x->RoundEnds(s, e);
+  EXPECT_DOUBLE_EQ(s, 1);
+  EXPECT_DOUBLE_EQ(e, 10);
+}
+
+TEST(AxisRanges, SingleValueAndEndModes) {
+  QyTestGraph f;
+  f.AddSeries({5, 5}, {1, 2}); // one X value
+  f.Render();
+  // 4 .. 6 before rounding; rounded to major ticks it stays there.
+  EXPECT_DOUBLE_EQ(f.X()->GetStart(), 4);
+  EXPECT_DOUBLE_EQ(f.X()->GetStop(), 6);
+
+  QyTestGraph g;
+  TQyLineSeries* s = g.AddSeries({3, 7}, {0, 1});
+  TQyAxis* x = g.X();
+  x->SetStartEnd(TQyAxisEnd::FirstSet);
+  x->SetStopEnd(TQyAxisEnd::FirstSet);
+  x->SetStart(0);
+  x->SetStop(10);
+  g.Render();
+  EXPECT_DOUBLE_EQ(x->GetStart(), 0);
+  EXPECT_DOUBLE_EQ(x->GetStop(), 10);
+  auto* xs = qobject_cast<TQyDoubleVector*>(s->GetXData());
+  auto* ys = qobject_cast<TQyDoubleVector*>(s->GetYData());
+  xs->Add(12), ys->Add(1);
+  g.Render();
+  EXPECT_GE(x->GetStop(), 12); // data widen the stop
+  const double widened = x->GetStop();
+  xs->SetValue(2, 7);
+  g.Render();
+  EXPECT_DOUBLE_EQ(x->GetStop(), widened); // and do not narrow it again
+}
+
+TEST(AxisRanges, MovingSlitJumpsInWholeIncrements) {
+  QyTestGraph f;
+  TQyLineSeries* s = f.AddSeries({0, 12}, {0, 1});
+  TQyAxis* x = f.X();
+  x->SetEndRounding(TQyAxisEndRounding::RndNothing);
+  x->SetStart(0);
+  x->SetStop(10);
+  x->SetMovingSlitWidth(10);
+  x->SetMovingSlitIncrement(5);
+  x->SetStopEnd(TQyAxisEnd::MovingSlit);
+  EXPECT_EQ(x->GetStartEnd(), TQyAxisEnd::Fixed);
+  f.Render();
+  EXPECT_DOUBLE_EQ(x->GetStart(), 5);
+  EXPECT_DOUBLE_EQ(x->GetStop(), 15);
+  qobject_cast<TQyDoubleVector*>(s->GetXData())->SetValue(1, 15);
+  f.Render();
+  EXPECT_DOUBLE_EQ(x->GetStart(), 5);
+  EXPECT_DOUBLE_EQ(x->GetStop(), 15);
+  qobject_cast<TQyDoubleVector*>(s->GetXData())->SetValue(1, 1e15); // far data: no stall
+  f.Render();
+  EXPECT_GE(x->GetStop(), 1e15);
+}
+
+TEST(AxisRanges, LogStartsAtTheSmallestPositiveValue) {
+  QyTestGraph f;
+  f.AddSeries({0, 0.5, 3, 100}, {1, 2, 3, 4});
+  TQyAxis* x = f.X();
+  x->SetScaling(TQyAxisScaling::Log);
+  f.Render();
+  ASSERT_TRUE(x->LogActive());
+  EXPECT_GT(x->GetStart(), 0);
+  EXPECT_LE(x->GetStart(), 0.5);
+  EXPECT_GE(x->GetStart(), 0.1); // rounded down to a decade step below 0.5
+  EXPECT_GE(x->GetStop(), 100);
+}
+
+TEST(AxisRanges, SlaveShowsConvertedMasterRange) {
+  QyTestGraph f;
+  f.AddSeries({0, 1}, {-10, 40});
+  auto* slave = new TQyAxis(f.graph);
+  slave->SetPosition(TQyAxisPosition::Right);
+  slave->SetMasterAxis(f.Y());
+  slave->SetIsSlaveAxis(true);
+  slave->SetSlaveSlope(1.8);
+  slave->SetSlaveOffset(32);
+  f.Render();
+  TQyAxis* m = f.Y();
+  EXPECT_DOUBLE_EQ(slave->GetStart(), 32 + 1.8 * m->GetStart());
+  EXPECT_DOUBLE_EQ(slave->GetStop(), 32 + 1.8 * m->GetStop());
+  // The same value maps to the same height on both.
+  for (double c : {-5.0, 0.0, 25.0})
+    EXPECT_NEAR(slave->y() + slave->NumberToWorld(32 + 1.8 * c), m->y() + m->NumberToWorld(c), 0.01);
+  EXPECT_GT(slave->LabelCount(), 2);
+}
+
+TEST(AxisRanges, ZoomHistoryIsARing) {
+  QyTestGraph f;
+  f.AddSeries({0, 100}, {0, 1});
+  f.Render();
+  TQyAxis* x = f.X();
+  const double s0 = x->GetStart(), e0 = x->GetStop();
+  EXPECT_FALSE(x->GetCanZoomBack());
+  x->ZoomIn(10, 50);
+  EXPECT_TRUE(x->GetCanZoomBack());
+  EXPECT_EQ(x->GetZoomBufferSize(), 2);
+  EXPECT_EQ(x->GetCurrentZoomStage(), 1);
+  EXPECT_DOUBLE_EQ(x->GetStart(), 10);
+  x->ZoomIn(20, 1000); // the stop is outside the data: kept
+  EXPECT_DOUBLE_EQ(x->GetStart(), 20);
+  EXPECT_DOUBLE_EQ(x->GetStop(), 50);
+  x->ZoomBack();
+  EXPECT_DOUBLE_EQ(x->GetStart(), 10);
+  x->ZoomBack();
+  EXPECT_DOUBLE_EQ(x->GetStart(), s0);
+  EXPECT_DOUBLE_EQ(x->GetStop(), e0);
+  x->ZoomBack(); // wraps to the last stage
+  EXPECT_EQ(x->GetCurrentZoomStage(), 2);
+  x->RedoZoom(); // wraps to 0
+  EXPECT_EQ(x->GetCurrentZoomStage(), 0);
+  x->ZoomToStage(1);
+  x->ZoomIn(30, 40); // drops stage 2, starts and stops alike
+  EXPECT_EQ(x->GetZoomBufferSize(), 3);
+  x->ZoomToStage(2);
+  EXPECT_DOUBLE_EQ(x->GetStart(), 30);
+  EXPECT_DOUBLE_EQ(x->GetStop(), 40);
+  // Scroll mapping over the unzoomed range.
+  EXPECT_DOUBLE_EQ(x->GetScrollStart(), s0);
+  EXPECT_EQ(x->ScrollRangeSize(s0, e0), 10000);
+  EXPECT_EQ(x->ScrollRangeSize(s0, s0 + (e0 - s0) / 4), 2500);
+  EXPECT_EQ(x->ScrollPosition(s0 + (e0 - s0) / 2), 5000);
+  EXPECT_EQ(x->ScrollRangeSize(e0, s0), 0); // clamped
+  x->ZoomClearBuffer();
+  EXPECT_FALSE(x->GetCanZoomBack());
+}
+
+TEST(AxisRobustness, ExtremeAndBrokenInputEndWithABoundedAxis) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const double inf = std::numeric_limits<double>::infinity();
+  auto sane = [](TQyAxis* a) {
+    EXPECT_TRUE(std::isfinite(a->GetStart()));
+    EXPECT_TRUE(std::isfinite(a->GetStop()));
+    EXPECT_LE(a->GetStart(), a->GetStop());
+    EXPECT_LE(a->TickPositions().Count(), 5001);
+    EXPECT_LE(a->LabelCount(), 500);
+    for (int i = 0; i < a->TickPositions().Count(); ++i) EXPECT_TRUE(std::isfinite(a->TickPositions()[i]));
+  };
+  {
+    QyTestGraph f;
+    f.AddSeries({1e-300, 1e300}, {nan, 1});
+    f.AddSeries({inf, 2}, {-inf, 3});
+    f.Render();
+    sane(f.X());
+    sane(f.Y());
+    f.X()->SetScaling(TQyAxisScaling::Log);
+    f.Render();
+    sane(f.X());
+    EXPECT_TRUE(f.X()->LogActive());
+    EXPECT_GT(f.X()->LabelCount(), 1);
+  }
+  {
+    QyTestGraph f;
+    f.AddSeries({1e-300, 2e-300}, {1e300, 1.7e308});
+    f.Render();
+    sane(f.X());
+    sane(f.Y());
+    EXPECT_GT(f.X()->LabelCount(), 1);
+  }
+  {
+    QyTestGraph f; // fixed parts asking for 10^6 labels
+    QyTestGraph::Fix(f.X(), 0, 1e6);
+    f.X()->SetAutoTickParts(false);
+    f.X()->SetLabelPart(1e-6);
+    f.X()->SetMajorTickPart(1e-6);
+    f.X()->SetTickPart(1e-6);
+    f.Render();
+    sane(f.X());
+  }
+  {
+    QyTestGraph f; // start equal to stop, on every scaling
+    for (auto sc : {TQyAxisScaling::Normal, TQyAxisScaling::Log, TQyAxisScaling::LogEE, TQyAxisScaling::Seconds,
+                    TQyAxisScaling::DateTime, TQyAxisScaling::Rubrics}) {
+      f.X()->SetScaling(sc);
+      QyTestGraph::Fix(f.X(), 7, 7);
+      f.Render();
+      sane(f.X());
+      EXPECT_LT(f.X()->GetStart(), f.X()->GetStop());
+    }
+  }
+}

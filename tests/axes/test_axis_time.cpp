@@ -1,0 +1,130 @@
+#include "QyTestGraph.h"
+#include <QyAxis.h>
+#include <QyCalendar.h>
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace {
+struct CalendarRow {
+  double t;
+  int year, month, day, hour, minute, second, ms, dayOfWeek;
+  double nextMonth, thirteenBack;
+};
+const CalendarRow CalendarRows[] = {
+#include "calendar_reference.inc"
+};
+
+struct TimeAxis : QyTestGraph {
+  TimeAxis(TQyAxisScaling scaling, double start, double stop, int width = 600) : QyTestGraph(width, 300) {
+    X()->SetScaling(scaling);
+    X()->SetStartEnd(TQyAxisEnd::Fixed);
+    X()->SetStopEnd(TQyAxisEnd::Fixed);
+    X()->SetStart(start);
+    X()->SetStop(stop);
+    Render();
+  }
+  QStringList Labels() const {
+    QStringList out;
+    for (int i = 0; i < X()->LabelCount(); ++i) out << X()->Label(i).PlainText();
+    return out;
+  }
+};
+} // namespace
+
+TEST(AxisCalendar, AgreesWithPythonDatetime) {
+  for (const CalendarRow& r : CalendarRows) {
+    const TQyDateParts d = DecodeDateTime(r.t);
+    EXPECT_EQ(d.Year, r.year) << r.t;
+    EXPECT_EQ(d.Month, r.month) << r.t;
+    EXPECT_EQ(d.Day, r.day) << r.t;
+    EXPECT_EQ(d.Hour, r.hour) << r.t;
+    EXPECT_EQ(d.Minute, r.minute) << r.t;
+    EXPECT_EQ(d.Second, r.second) << r.t;
+    EXPECT_EQ(d.MilliSecond, r.ms) << r.t;
+    EXPECT_EQ(DayOfWeek(r.t), r.dayOfWeek) << r.t;
+    EXPECT_NEAR(EncodeDateTime(d), r.t, 1e-8) << r.t;
+    if (r.year < 9999) EXPECT_NEAR(IncMonth(r.t, 1), r.nextMonth, 1e-8) << r.t;
+    if (r.year > 1) EXPECT_NEAR(IncMonth(r.t, -13), r.thirteenBack, 1e-8) << r.t;
+  }
+}
+
+TEST(AxisDateTime, LaddersFromMillisecondsToCenturies) {
+  const double day = 45000; // 2023-03-15
+  {
+    TimeAxis f(TQyAxisScaling::DateTime, day + 10.0 / 24, day + 11.0 / 24); // one hour
+    const TQyDtParameters& p = f.X()->DtParameters();
+    EXPECT_EQ(p.LabelRegion, TQyDtRegion::Minute);
+    EXPECT_EQ(p.TickRegion, TQyDtRegion::Minute);
+    for (const QString& l : f.Labels()) EXPECT_FALSE(l.contains('/')) << l.toStdString(); // no date
+    EXPECT_EQ(f.Labels().front(), "10:00 AM");
+  }
+  {
+    TimeAxis f(TQyAxisScaling::DateTime, day, day + 2.0 / 86400); // two seconds
+    const TQyDtParameters& p = f.X()->DtParameters();
+    EXPECT_EQ(p.TickRegion, TQyDtRegion::MilliSecond);
+    EXPECT_GT(f.Labels().size(), 2);
+  }
+  {
+    TimeAxis f(TQyAxisScaling::DateTime, day + 0.3, day + 3.3); // three days
+    const TQyDtParameters& p = f.X()->DtParameters();
+    EXPECT_EQ(p.LabelRegion, TQyDtRegion::Hour);
+    EXPECT_TRUE(p.FormatString == f.X()->TimeFormats().Day || p.FormatString == f.X()->TimeFormats().DayAndHour);
+  }
+  {
+    // 2023-03-15 is a Wednesday: majors of a week row fall on Sundays.
+    TimeAxis f(TQyAxisScaling::DateTime, day, day + 21, 800);
+    const TQyDtParameters& p = f.X()->DtParameters();
+    if (p.LabelRegion == TQyDtRegion::Day && p.MajorCount == 7) {
+      TQyAxis* x = f.X();
+      for (int i = 0; i < x->TickPositions().Count(); ++i)
+        if (x->MajorFlags()[i]) {
+          const double t = x->WorldToNumber(x->TickPositions()[i]);
+          EXPECT_EQ(DayOfWeek(t + 0.01), 1) << t;
+        }
+    } else {
+      ADD_FAILURE() << "three weeks on 800 pixels should take a week row";
+    }
+  }
+  {
+    TimeAxis f(TQyAxisScaling::DateTime, day, day + 800, 1200); // over two years, wide: months
+    const TQyDtParameters& p = f.X()->DtParameters();
+    EXPECT_EQ(p.TickRegion, TQyDtRegion::Month);
+    EXPECT_TRUE(f.Labels().contains("Jun 23") || f.Labels().contains("Jul 23")) << f.Labels().join(",").toStdString();
+  }
+  {
+    TimeAxis f(TQyAxisScaling::DateTime, -36000, 73000); // 1801 .. 2099
+    EXPECT_EQ(f.X()->DtParameters().LabelRegion, TQyDtRegion::Year);
+    for (const QString& l : f.Labels()) EXPECT_EQ(l.toInt() % f.X()->DtParameters().LabelCount, 0);
+  }
+  {
+    TimeAxis f(TQyAxisScaling::DateTime, day, day); // one minute wider
+    EXPECT_NEAR(f.X()->GetStop() - f.X()->GetStart(), 1.0 / 1440, 1e-9);
+  }
+}
+
+TEST(AxisDateTime, RoundingToCalendarUnits) {
+  TimeAxis f(TQyAxisScaling::DateTime, 45000, 45021, 800); // week row
+  TQyAxis* x = f.X();
+  ASSERT_EQ(x->DtParameters().MajorCount, 7);
+  const double wed = EncodeDateTime(2023, 3, 15, 13, 5, 0, 0);
+  EXPECT_NEAR(x->DateTimeRound(wed, true, true), EncodeDateTime(2023, 3, 19, 0, 0, 0, 0), 1e-9);  // Sunday on
+  EXPECT_NEAR(x->DateTimeRound(wed, false, true), EncodeDateTime(2023, 3, 12, 0, 0, 0, 0), 1e-9); // Sunday before
+  EXPECT_NEAR(x->DateTimeRound(wed, true, false), EncodeDateTime(2023, 3, 16, 0, 0, 0, 0), 1e-9);
+  EXPECT_LE(x->MajorIncrement(), 7.0);
+  EXPECT_GT(x->MajorIncrement(), 6.0);
+}
+
+TEST(AxisSeconds, DurationsLandOnWholeMinutes) {
+  TimeAxis f(TQyAxisScaling::Seconds, 0, 90, 600);
+  const TQySecParameters& p = f.X()->SecParameters();
+  EXPECT_EQ(p.Region, TQyDtRegion::Second);
+  EXPECT_EQ(p.Format, TQySecondsFormatRange::Minute);
+  const QStringList l = f.Labels();
+  ASSERT_GE(l.size(), 3);
+  EXPECT_EQ(l.front(), "00:00");
+  EXPECT_TRUE(l.contains("01:00")) << l.join(",").toStdString();
+  EXPECT_TRUE(l.contains("01:30")) << l.join(",").toStdString();
+  TimeAxis h(TQyAxisScaling::Seconds, 0, 86400 * 2, 600);
+  EXPECT_EQ(h.X()->SecParameters().Region, TQyDtRegion::Hour);
+  EXPECT_GT(h.X()->MajorIncrement(), 3599); // in seconds, the unit of the axis
+}
