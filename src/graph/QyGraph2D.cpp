@@ -15,9 +15,21 @@ TQyCustomGraph::TQyCustomGraph(QWidget* parent) : QWidget(parent) {
   FBackgroundGradient = new TQyGradientSettings([this] { update(); }, this);
   setAttribute(Qt::WA_OpaquePaintEvent, false);
   resize(600, 400);
+  RegisterVariables();
+  connect(this, &QObject::objectNameChanged, this, [this] { VariableObjects.Update(); });
 }
 
-TQyCustomGraph::~TQyCustomGraph() { FDestroying = true; }
+TQyCustomGraph::~TQyCustomGraph() {
+  FDestroying = true;
+  DeRegisterVariables();
+}
+
+void TQyCustomGraph::RegisterVariables() {
+  RegisterStringVariable(this, "Name", QyText(QyRes::GraphVarName), [this] { return objectName(); });
+  RegisterStringVariable(this, "Caption", QyText(QyRes::GraphCaption), [this] { return FCaption; });
+}
+
+void TQyCustomGraph::DeRegisterVariables() { RemoveVariablesOfOwner(this); }
 
 TQyFont* TQyCustomGraph::GetCaptionFont() const { return FCaptionObject->Font(); }
 
@@ -33,6 +45,7 @@ void TQyCustomGraph::SetCaption(QString value) {
   QyAssign(this, UndoRecorder(), FCaption, value, QyRes::GraphCaption, "Caption", [this] {
     FCaptionObject->SetCaption(FCaption);
     ParseCaption();
+    VariableObjects.Update();
   });
 }
 

@@ -6,6 +6,7 @@
 #include "QySeries.h"
 #include "QyStyles.h"
 #include "QyProperty.h"
+#include "QyRegisters.h"
 #include "QyRichLabel.h"
 #include "QyTypes.h"
 #include <QList>
@@ -38,7 +39,7 @@ struct TQyFindSeriesPointResult {
 
 // The base shared by the XY graph and the pie chart: caption, background, smoothing, update
 // counter and undo link.
-class TQyCustomGraph : public QWidget, public TQyRecording {
+class TQyCustomGraph : public QWidget, public TQyRecording, public IQyVariablesUser {
   Q_OBJECT
   Q_PROPERTY(TQyUndoRecorder* UndoStack READ GetUndoStack WRITE SetUndoStack)
   QY_PROPERTY(TQyColor, BackColor, QyRes::GraphBackColor, update()) = 0x00FFFFFFu;
@@ -71,6 +72,13 @@ public:
   bool RenderingToImage() const { return FRenderingToImage; }
   void ParseCaption();
   QString CaptionAsString() const { return FCaption; }
+  // Publishes "Name" and "Caption" for captions elsewhere; withdrawn on destruction.
+  virtual void RegisterVariables();
+  void DeRegisterVariables();
+  // A value that the title shows has changed: parse it again.
+  void VariablesChanged() override { ParseCaption(); }
+  // Objects whose captions show this graph's values.
+  TQyVariableObjects VariableObjects{this};
   // Sets or clears antialiasing for the configured smoothing mode.
   void SetHighQuality(QPainter* graphics, bool on) const;
 

@@ -139,3 +139,27 @@ TEST(GraphPaint, PixelsOfBackgroundDataAreaAndCurve) {
   const int cx = int(da.x() + da.width() / 2), cy = int(da.y() + da.height() / 2);
   EXPECT_TRUE(QyProbe::Any(img, QRect(cx - 3, cy - 3, 7, 7), QColor(255, 0, 0), 30));
 }
+
+// The title resolves placeholders against the registers and follows the values it shows.
+TEST(Graph, TitleShowsLiveVariables) {
+  QyTestGraph f;
+  f.graph->SetCaptionVisible(true);
+  f.graph->SetCaption("\\bRun\\b <%Form1.Graph1.Name%>");
+  f.Render();
+  EXPECT_EQ(f.graph->CaptionObject()->PlainText(), "Run Graph1");
+  // A value of another component: the title parses again when its owner says it changed.
+
+  double points = 3;
+  QObject source;
+  source.setObjectName("Source");
+  source.setParent(f.form.get());
+  TQyVariableObjects dependants(&source);
+  RegisterDoubleVariable(&source, "Points", "number of points", [&] { return points; });
+  f.graph->SetCaption("<%Form1.Source.Points;0%> points");
+  f.Render();
+  EXPECT_EQ(f.graph->CaptionObject()->PlainText(), "3 points");
+  points = 42;
+  dependants.Update();
+  EXPECT_EQ(f.graph->CaptionObject()->PlainText(), "42 points");
+  RemoveVariablesOfOwner(&source);
+}
