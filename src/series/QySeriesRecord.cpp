@@ -98,7 +98,6 @@ void TQySeries::ReadRecord(const QVariantMap& r, const TQyReferenceResolver& res
   if (r.contains("OutliersVisible")) SetOutliersVisible(r["OutliersVisible"].toBool());
   if (r.contains("AutoUpdate")) SetAutoUpdate(r["AutoUpdate"].toBool());
   if (r.contains("IncludeInLegend")) SetIncludeInLegend(r["IncludeInLegend"].toBool());
-  if (r.contains("Layer")) SetLayer(r["Layer"].toInt());
   if (r.contains("Line")) ReadStyle(FLine, r["Line"]);
   if (r.contains("Area")) ReadStyle(FArea, r["Area"]);
   if (r.contains("XData")) SetXData(Resolve<TQyCustomDoubleVector>(r, "XData", resolve));
@@ -110,6 +109,8 @@ void TQySeries::ReadRecord(const QVariantMap& r, const TQyReferenceResolver& res
   ReadSymbol(r, "PointSymbol.", FPointSymbol);
   ReadSymbol(r, "OutOfRangeSymbol.", FOutOfRangePointSymbol);
   if (r.contains("RangeFromFunction")) SetRangeFromFunction(Resolve<TQySeries>(r, "RangeFromFunction", resolve));
+  // After the references: joining a graph numbers the layer.
+  if (r.contains("Layer")) SetLayer(r["Layer"].toInt());
 }
 
 // ---- error bars: the indicator's look and the four delta vectors
