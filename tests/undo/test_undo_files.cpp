@@ -1,0 +1,138 @@
+// Logs in temporary files: names, exclusive creation, removal, and failures of the medium.
+#include <gtest/gtest.h>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QyExceptions.h>
+#include <QyStyles.h>
+#include <QyUndoStack.h>
+#include <QyVectors.h>
+#include <csignal>
+#include <sys/resource.h>
+
+namespace {
+
+// Points the system's temporary folder at `path` for the lifetime of the object.
+struct TempDirOverride {
+  QByteArray old = qgetenv("TMPDIR");
+  explicit TempDirOverride(const QString& path) { qputenv("TMPDIR", path.toLocal8Bit()); }
+  ~TempDirOverride() {
+    if (old.isEmpty()) qunsetenv("TMPDIR");
+    else qputenv("TMPDIR", old);
+  }
+};
+
+} // namespace
+
+TEST(UndoFiles, ThreeConsecutiveFreeNamesRemovedOnDestruction) {
+  QTemporaryDir dir;
+  ASSERT_TRUE(dir.isValid());
+  TempDirOverride tmp(dir.path());
+  // A file that is already there keeps its number and its content.
+  const QString stem = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
+  const QString taken = dir.path() + "/" + stem + ".QyUndoStack.0";
+  {
+    QFile f(taken);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("foreign");
+  }
+  QStringList names;
+  {
+    TQyUndoStack stack;
+    stack.SetToMemoryStream(false);
+    TQyLineSettings line(nullptr);
+    line.SetUndoStack(&stack);
+    line.SetWidth(2);
+    line.SetWidth(3);
+    names = stack.LogFileNames();
+    ASSERT_EQ(names.size(), 3);
+    for (int i = 0; i < 3; ++i) {
+      EXPECT_EQ(names[i], dir.path() + "/" + stem + ".QyUndoStack." + QString::number(i + 1));
+      EXPECT_TRUE(QFileInfo::exists(names[i]));
+    }
+    EXPECT_GT(QFileInfo(names[0]).size(), 0);
+    stack.Undo(1);
+    EXPECT_EQ(line.GetWidth(), 1.0f);
+    stack.Redo(1);
+    EXPECT_EQ(line.GetWidth(), 3.0f);
+  }
+  for (const QString& n : names) EXPECT_FALSE(QFileInfo::exists(n));
+  QFile f(taken);
+  ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+  EXPECT_EQ(f.readAll(), "foreign");
+}
+
+TEST(UndoFiles, UnusableTempFolderFailsClearlyAndTheModelKeepsItsState) {
+  TempDirOverride tmp("/proc/self"); // a folder where nothing can be created, even by root
+  TQyUndoStack stack;
+  stack.SetToMemoryStream(false);
+  TQyLineSettings line(nullptr);
+  line.SetUndoStack(&stack);
+  try {
+    line.SetWidth(5);
+    FAIL() << "no exception";
+  } catch (const EStreamError& e) {
+    EXPECT_TRUE(e.Message().startsWith("Cannot create file \"/proc/")) << e.what();
+    EXPECT_TRUE(e.Message().contains(".QyUndoStack.0\". "));
+  }
+  EXPECT_EQ(line.GetWidth(), 1.0f) << "the setter did not store the value";
+  EXPECT_FALSE(stack.CanUndo());
+}
+
+TEST(UndoFiles, FullMediumFailsTheWriteAndKeepsEarlierEntries) {
+  QTemporaryDir dir;
+  ASSERT_TRUE(dir.isValid());
+  TempDirOverride tmp(dir.path());
+  TQyUndoStack stack;
+  stack.SetToMemoryStream(false);
+  TQyLineSettings line(nullptr);
+  line.SetUndoStack(&stack);
+  line.SetWidth(2);
+
+  TQyDoubleVector v;
+  v.AddRange(std::vector<double>(100000, 1.5)); // 800 kB of data
+  rlimit old{};
+  getrlimit(RLIMIT_FSIZE, &old);
+  rlimit small = old;
+  small.rlim_cur = 64 * 1024; // files may not grow past 64 kB: a full disk for the log
+  auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+  bool thrown = false;
+  try {
+    stack.PushVectorState(&v, "Data");
+  } catch (const EWriteError& e) {
+    thrown = true;
+    EXPECT_EQ(e.Message(), "Stream write error");
+  }
+  setrlimit(RLIMIT_FSIZE, &old);
+  std::signal(SIGXFSZ, oldHandler);
+  EXPECT_TRUE(thrown);
+  EXPECT_EQ(stack.UndoList().Count(), 1) << "the failed record left no entry";
+  EXPECT_EQ(v.Count(), 100000);
+  stack.Undo(0);
+  EXPECT_EQ(line.GetWidth(), 1.0f) << "the earlier entry is intact";
+  stack.PushVectorState(&v, "Data"); // room again
+  EXPECT_EQ(stack.UndoList().Count(), 1);
+}
+
+TEST(UndoFiles, ManyChangesStayWithinTheLimit) {
+  for (bool memory : {true, false}) {
+    QTemporaryDir dir;
+    TempDirOverride tmp(dir.path());
+    TQyUndoStack stack;
+    stack.SetToMemoryStream(memory);
+    TQyLineSettings line(nullptr);
+    line.SetUndoStack(&stack);
+    qint64 largest = 0;
+    for (int i = 0; i < 100000; ++i) {
+      line.SetWidth(float(i % 7 + 2) + (line.GetWidth() == float(i % 7 + 2) ? 0.5f : 0.0f));
+      if (i % 3 == 0) stack.Undo(0); // undo, redo and new records mixed in
+      if (i % 5 == 0) stack.Redo(0);
+      largest = std::max({largest, stack.UndoStreamSize(), stack.RedoStreamSize()});
+    }
+    EXPECT_LE(stack.UndoCount(), 20);
+    EXPECT_LT(largest, 20 * 200) << "memory " << memory; // 20 records of well under 200 bytes
+  }
+}
