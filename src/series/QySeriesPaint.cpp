@@ -45,7 +45,7 @@ template <class P> void DrawPolylineInPieces(QPainter* g, const P* pts, int n) {
 } // namespace
 
 // Translucent symbols cut their holes first, so that neither the line nor the error bars show
-// through them; the symbols then come on top.
+// through them. The symbols come on top later: the graph draws them above the axes.
 void TQySeries::PaintGr(QPainter* g) {
   if (!FXAxis || !FYAxis || !FGraph || !SeriesVisible()) return;
   if (FPointsStale) CalculatePoints();
@@ -58,7 +58,6 @@ void TQySeries::PaintGr(QPainter* g) {
   if (FPointCount > 1) DrawLine(g);
   DrawIndicators(g);
   if (holes) g->restore();
-  DrawSymbols(g);
 }
 
 void TQySeries::DrawLine(QPainter* g) {

@@ -6,6 +6,9 @@
 #include "QySeries.h"
 #include "QyStyles.h"
 #include "QyVectors.h"
+#include "QyRounding.h"
+#include <QImage>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QRegion>
 #include <cmath>
@@ -76,6 +79,37 @@ void TQySeries::ShootHolesToClip(QPainter* g) {
   g->setClipRegion(all.subtracted(UniteAll(std::move(holes))));
 }
 
+namespace {
+// Above this many points, symbols on a raster device are stamped from one small image per look:
+// drawing a symbol's outline and fill each time costs several microseconds, a stamp a fraction.
+// Vector devices (PDF, SVG, printers) always get real shapes.
+constexpr int StampAbove = 1000;
+
+struct Stamp {
+  QImage image;
+  int half = 0; // distance of the symbol's centre from the image's corner
+};
+
+Stamp MakeStamp(const QPen& pen, const QBrush& brush, float size, TQyPointSymbol symbol, bool antialiased) {
+  Stamp s;
+  const int extent = int(std::ceil(size + pen.widthF())) + 4;
+  s.half = extent / 2;
+  s.image = QImage(extent, extent, QImage::Format_ARGB32_Premultiplied);
+  s.image.fill(Qt::transparent);
+  QPainter p(&s.image);
+  p.setRenderHint(QPainter::Antialiasing, antialiased);
+  DrawPointSymbol(&p, pen, brush, s.half, s.half, size, symbol);
+  return s;
+}
+
+bool CanStamp(QPainter* g, int count) {
+  return count > StampAbove && g->paintEngine() && g->paintEngine()->type() == QPaintEngine::Raster &&
+         g->transform().type() <= QTransform::TxTranslate;
+}
+} // namespace
+
+// Symbols are drawn once per paint, above the axes (the graph calls this after them), so that
+// translucent fills are not blended twice.
 void TQySeries::DrawSymbols(QPainter* g) {
   if (!FVisible || !FGraph || FPointsStale || FPointCount == 0) return;
   if (OnGetPointSymbol) {
@@ -94,6 +128,21 @@ void TQySeries::DrawSymbols(QPainter* g) {
     return;
   }
   if (!FPointSymbol->GetVisible()) return;
+  if (CanStamp(g, FPointCount)) {
+    const bool aa = g->testRenderHint(QPainter::Antialiasing);
+    const Stamp normal = MakeStamp(FSymbolPen, FSymbolBrush, FPointSymbol->GetSize(), FPointSymbol->GetPointSymbol(), aa);
+    const Stamp outside = MakeStamp(FOutOfRangeSymbolPen, FOutOfRangeSymbolBrush, FOutOfRangePointSymbol->GetSize(),
+                                    FOutOfRangePointSymbol->GetPointSymbol(), aa);
+    ForEachDistinctSymbol([&](int k) {
+      const QPen* pen;
+      const QBrush* brush;
+      const TQyPointSymbolSettings* s = SymbolAt(FPointIndices[k], pen, brush);
+      if (!s) return;
+      const Stamp& stamp = s == FPointSymbol ? normal : outside;
+      g->drawImage(QPoint(int(Round(FPoints[k].x())) - stamp.half, int(Round(FPoints[k].y())) - stamp.half), stamp.image);
+    });
+    return;
+  }
   ForEachDistinctSymbol([&](int k) {
     const QPen* pen;
     const QBrush* brush;
