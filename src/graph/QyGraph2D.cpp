@@ -103,7 +103,7 @@ TQyGraph2D::TQyGraph2D(QWidget* parent) : TQyCustomGraph(parent) {
 
 TQyGraph2D::~TQyGraph2D() {
   FDestroying = true;
-  for (TQySeries* s : FRelatedSeries) s->SetXAxis(nullptr);
+  for (TQySeries* s : QList<TQySeries*>(FRelatedSeries)) s->SetXAxis(nullptr); // each leaves the list
 }
 
 void TQyGraph2D::SetUndoStack(TQyUndoRecorder* stack) {

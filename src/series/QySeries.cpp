@@ -150,7 +150,7 @@ void TQySeries::LeaveGraph() {
     TQyGraph2D* g = FGraph;
     FGraph = nullptr;
     g->UnregisterSeries(this);
-    if (!FDestroying) {
+    if (!FDestroying && !g->Destroying()) {
       if (TQyAxis* y = g->GetPrimaryYAxis()) y->RangeModified();
       g->SeriesModified();
       g->LegendsModified();
