@@ -10,36 +10,36 @@
 #include <cmath>
 
 namespace {
-// Thick or dashed polylines are drawn in pieces: the raster engine's cost for one long wide path
-// grows much faster than linearly, pieces keep it linear.
+// Thick or dashed polylines are drawn in pieces: the raster engine's cost for one wide path grows
+// with the number of its edges that cross each scanline, which long pieces (and dense zigzags in
+// few pixel columns) drive up. A piece ends after ChunkPoints points or PieceLength pixels.
 constexpr int ChunkPoints = 1000;
-
-template <class P> double Length(const P* pts, int n) {
-  double len = 0;
-  for (int k = 1; k < n; ++k) len += std::hypot(double(pts[k].x() - pts[k - 1].x()), double(pts[k].y() - pts[k - 1].y()));
-  return len;
-}
+constexpr double PieceLength = 256;
 
 // Draws the polyline with the painter's pen, in pieces when the pen is thick or dashed. A dashed
 // piece continues the pattern where the previous one stopped.
 template <class P> void DrawPolylineInPieces(QPainter* g, const P* pts, int n) {
   QPen pen = g->pen();
   const bool plain = pen.widthF() <= 1 && pen.style() == Qt::SolidLine;
-  if (plain || n <= ChunkPoints) {
+  if (plain || n <= 2) {
     g->drawPolyline(pts, n);
     return;
   }
   const bool dashed = pen.style() != Qt::SolidLine && pen.style() != Qt::NoPen;
   const double unit = pen.widthF() > 0 ? pen.widthF() : 1.0; // dash offsets count in pen widths
   double offset = pen.dashOffset();
-  for (int k = 0; k + 1 < n; k += ChunkPoints) {
-    const int m = std::min(ChunkPoints + 1, n - k); // pieces share their end points
+  int first = 0;
+  double length = 0;
+  for (int k = 1; k < n; ++k) {
+    length += std::hypot(double(pts[k].x() - pts[k - 1].x()), double(pts[k].y() - pts[k - 1].y()));
+    if (k < n - 1 && k - first < ChunkPoints && length < PieceLength) continue;
     if (dashed) {
       pen.setDashOffset(offset);
       g->setPen(pen);
-      offset += Length(pts + k, m) / unit;
+      offset += length / unit;
     }
-    g->drawPolyline(pts + k, m);
+    g->drawPolyline(pts + first, k - first + 1); // pieces share their end points
+    first = k, length = 0;
   }
 }
 } // namespace

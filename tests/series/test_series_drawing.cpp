@@ -123,8 +123,8 @@ TEST(SeriesDrawing, BrushAndPenHandlersWorkPerSegment) {
     EXPECT_FALSE(p->DevicePoints().size() == 2 && p->DevicePoints()[0] == s->Points()[2]);
 }
 
-// Long thick or dashed lines are drawn in pieces that share their end points and together pass
-// through every point; a dashed piece continues the dash pattern of the one before.
+// Long thick or dashed lines are drawn in pieces of at most 1000 segments that share their end
+// points and together pass through every point; a dashed piece continues the dash pattern of the one before.
 TEST(SeriesDrawing, ThickAndDashedLinesInPieces) {
   QyTestGraph f(800, 400);
   const int n = 3000;
@@ -143,11 +143,12 @@ TEST(SeriesDrawing, ThickAndDashedLinesInPieces) {
   std::vector<const QyPrimitive*> lines;
   for (auto* p : pieces)
     if (p->kind == QyPrimitive::Polyline) lines.push_back(p);
-  ASSERT_EQ(lines.size(), 3u);
+  ASSERT_GE(lines.size(), 3u);
   double length = 0;
   int k = 0;
   for (size_t c = 0; c < lines.size(); ++c) {
     const QPolygonF v = lines[c]->DevicePoints();
+    EXPECT_LE(v.size(), 1001);
     EXPECT_NEAR(lines[c]->pen.dashOffset(), length / 3.0, 1e-6 * (1 + length)) << "piece " << c;
     if (c > 0) --k; // shares the previous piece's last point
     for (int j = 0; j < v.size(); ++j, ++k) {
