@@ -356,3 +356,33 @@ TEST(SeriesRecord, RoundTripAndKeys) {
   for (auto it = r.begin(); it != r.end(); ++it)
     EXPECT_EQ(again[it.key()], it.value()) << it.key().toStdString();
 }
+
+// Two series merged into one legend row, both with lines: each draws its line along one
+// diagonal of the shared rectangle.
+TEST(SeriesLegend, MergedItemsShareTheRectangle) {
+  QyTestGraph f;
+  TQyLineSeries* a = f.AddSeries({1, 2}, {1, 2}, 0xFF112233);
+  TQyLineSeries* b = f.AddSeries({1, 2}, {2, 1}, 0xFF445566);
+  a->SetMergeLegendItemWith(b);
+  f.Render();
+  QyRecordingDevice dev;
+  const QRectF r(0, 0, 40, 20);
+  {
+    QPainter p(&dev);
+    a->DrawListItem({&p, r, 0});
+  }
+  auto first = dev.WithPenColor(QColor(0x11, 0x22, 0x33)), second = dev.WithPenColor(QColor(0x44, 0x55, 0x66));
+  ASSERT_EQ(first.size(), 1u);
+  ASSERT_EQ(second.size(), 1u);
+  EXPECT_EQ(first[0]->DevicePoints(), QPolygonF({r.bottomLeft(), r.topRight()}));
+  EXPECT_EQ(second[0]->DevicePoints(), QPolygonF({r.topLeft(), r.bottomRight()}));
+  // Without the merge each draws its own horizontal line.
+  a->SetMergeLegendItemWith(nullptr);
+  dev.Clear();
+  {
+    QPainter p(&dev);
+    a->DrawListItem({&p, r, 0});
+  }
+  EXPECT_TRUE(dev.WithPenColor(QColor(0x44, 0x55, 0x66)).empty());
+  EXPECT_EQ(dev.WithPenColor(QColor(0x11, 0x22, 0x33))[0]->DevicePoints()[0], QPointF(0, 10));
+}
