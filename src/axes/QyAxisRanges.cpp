@@ -71,9 +71,13 @@ void TQyAxis::GetNewRanges() {
     lo = t - width <= FDataMin ? FSetStart : t - width;
   }
   RoundEnds(lo, hi);
+  // Data that grow inside the rounded ends change nothing on screen but the clip: no layout, and
+  // the series' points go on incrementally. This keeps appending to a live series cheap.
+  const bool sameEnds = lo == FStart && hi == FStop && !FNeedsCalc;
   FLastStart = FStart = lo;
   FLastStop = FStop = hi;
-  Modified();
+  if (sameEnds) DoInvalidate();
+  else Modified();
   FEndsRounded = true; // RoundEnds has just run for these ends
   FRangeChanged = false;
 }

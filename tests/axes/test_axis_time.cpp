@@ -43,8 +43,12 @@ TEST(AxisCalendar, AgreesWithPythonDatetime) {
     EXPECT_EQ(d.MilliSecond, r.ms) << r.t;
     EXPECT_EQ(DayOfWeek(r.t), r.dayOfWeek) << r.t;
     EXPECT_NEAR(EncodeDateTime(d), r.t, 1e-8) << r.t;
-    if (r.year < 9999) EXPECT_NEAR(IncMonth(r.t, 1), r.nextMonth, 1e-8) << r.t;
-    if (r.year > 1) EXPECT_NEAR(IncMonth(r.t, -13), r.thirteenBack, 1e-8) << r.t;
+    if (r.year < 9999) {
+      EXPECT_NEAR(IncMonth(r.t, 1), r.nextMonth, 1e-8) << r.t;
+    }
+    if (r.year > 1) {
+      EXPECT_NEAR(IncMonth(r.t, -13), r.thirteenBack, 1e-8) << r.t;
+    }
   }
 }
 
