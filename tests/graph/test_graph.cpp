@@ -163,3 +163,23 @@ TEST(Graph, TitleShowsLiveVariables) {
   EXPECT_EQ(f.graph->CaptionObject()->PlainText(), "42 points");
   RemoveVariablesOfOwner(&source);
 }
+
+// A value appended inside the rounded ends asks for no new layout; one beyond the ends does.
+TEST(Graph, AppendInsideTheEndsNeedsNoLayout) {
+  QyTestGraph f;
+  TQyLineSeries* s = f.AddSeries({0, 1, 2, 3}, {0, 2, 1, 3.2});
+  f.Render();
+  TQyAxis* y = f.Y();
+  const double stop = y->GetStop();
+  ASSERT_GT(stop, 3.3); // rounded up beyond the data
+  auto* xs = qobject_cast<TQyDoubleVector*>(s->GetXData());
+  auto* ys = qobject_cast<TQyDoubleVector*>(s->GetYData());
+  xs->Add(4), ys->Add(3.3);
+  f.graph->TestSeriesAndAxis();
+  EXPECT_FALSE(y->NeedsCalc());
+  EXPECT_EQ(y->GetStop(), stop);
+  xs->Add(5), ys->Add(stop * 3);
+  f.graph->TestSeriesAndAxis();
+  EXPECT_TRUE(y->NeedsCalc());
+  EXPECT_GE(y->GetStop(), stop * 3);
+}
