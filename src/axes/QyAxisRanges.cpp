@@ -100,6 +100,9 @@ double TQyAxis::SmallestPositiveData(double below) const {
 // Repairs impossible ends, decides log or linear mapping, finds the parts, and rounds the ends
 // as EndRounding asks.
 void TQyAxis::RoundEnds(double& start, double& stop) {
+  // The label-fit search below sizes labels by the font: read it now, since ranging may run
+  // before the first layout pass has read it (the first picture would differ from later ones).
+  FFontSize = FFont->GetSize();
   FExtraExponentOn = false;
   const bool log = IsLog(FScaling), dateTime = FScaling == TQyAxisScaling::DateTime;
   if (!std::isfinite(start) || !std::isfinite(stop)) start = log ? 1 : 0, stop = log ? 10 : 100;

@@ -31,12 +31,16 @@ void TQyGraph2D::PaintGr(QPainter* g) {
     FFirstPaint = false;
   }
   if (!FPrimaryXAxis || !FPrimaryYAxis) return;
-  TestSeriesAndAxis();
-  // An axis whose settings changed lays out the whole graph before anything is drawn, so that
-  // one frame never mixes an old layout with a new one.
-  bool axisStale = false;
-  for (TQyAxis* a : Axes()) axisStale = axisStale || a->NeedsCalc();
-  if (FNeedsCalculate || axisStale) Calculate();
+  // Ranges, then layout, until nothing is stale: a layout can make a range stale again (a series
+  // that became visible asks for new ranges), and a picture must never show half of a change.
+  // An axis whose settings changed lays out the whole graph before anything is drawn.
+  for (int pass = 0; pass < 3; ++pass) {
+    TestSeriesAndAxis();
+    bool stale = FNeedsCalculate;
+    for (TQyAxis* a : Axes()) stale = stale || a->NeedsCalc();
+    if (!stale || Updating()) break;
+    Calculate();
+  }
   // Depth of three-dimensional bars joins here when bars exist.
 
   g->save();

@@ -94,8 +94,8 @@ TEST(GraphPaint, SeriesIsDrawnAsItsPointsAndFollowsAppends) {
   EXPECT_FLOAT_EQ(lines[0]->points[3].x(), f.X()->NumberToWorld(3));
   EXPECT_FLOAT_EQ(lines[0]->points[3].y(), f.Y()->NumberToWorld(3));
   EXPECT_FALSE(lines[0]->clipped);
-  // Axis labels were drawn as text.
-  EXPECT_FALSE(dev.WithText("3").empty());
+  // Axis labels were drawn as text, with the decimals of the label step (0.5).
+  EXPECT_EQ(dev.WithText("3.0").size(), 2u);
 
   qobject_cast<TQyDoubleVector*>(s->GetXData())->Add(4);
   qobject_cast<TQyDoubleVector*>(s->GetYData())->Add(2);
