@@ -55,14 +55,14 @@ float TQyAxis::NumberToWorld(double value) const {
     d = DateTimeSpan(FStart, value) / FScale; // the time of day of negative dates counts forward
   else
     d = (value - FStart) / FScale;
-  float r;
-  if (d > -100000 && d < 100000)
-    r = forward ? float(d) : FAxisLength - float(d);
-  else if (forward)
-    r = d < 0 ? -100000.0f : 100000.0f;
-  else
-    r = d < 0 ? 100000.0f : -100000.0f; // NaN lands here too, far outside
-  return base + r;
+  return TQyLinearMap::Place(d, forward, FAxisLength, base);
+}
+
+bool TQyAxis::LinearMap(TQyLinearMap& map) const {
+  if (FLogActive || FScaling == TQyAxisScaling::DateTime) return false;
+  map = {FStart, FScale, 1.0 / FScale, GetHorizontal() ? FOriginX : FOriginY, FAxisLength,
+         GetHorizontal() != FTwisted};
+  return true;
 }
 
 double TQyAxis::WorldToNumber(float pixel) const {

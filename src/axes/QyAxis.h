@@ -74,6 +74,24 @@ struct TQyAxisTimeFormats {
 using TQyScaleLabelEventHandler = std::function<void(class TQyAxis* sender, double value, QString& label)>;
 using TQyNotifyEvent = std::function<void(QObject* sender)>;
 
+// The value-to-pixel mapping of a linear axis as a plain value, for the inner loops of series:
+// the same arithmetic as TQyAxis::NumberToWorld, without the calls.
+struct TQyLinearMap {
+  double Start = 0, Scale = 1, InvScale = 1;
+  float Base = 0, Length = 0;
+  bool Forward = true;
+  // A distance along the axis in pixels, pinned to +/-100000 pixels, placed at the origin.
+  static float Place(double d, bool forward, float length, float base) {
+    float r;
+    if (d > -100000 && d < 100000) r = forward ? float(d) : length - float(d);
+    else if (forward) r = d < 0 ? -100000.0f : 100000.0f;
+    else r = d < 0 ? 100000.0f : -100000.0f; // NaN lands here too, far outside
+    return base + r;
+  }
+  // A product instead of the quotient: within a rounding step of NumberToWorld, and much faster.
+  float Map(double value) const { return Place((value - Start) * InvScale, Forward, Length, Base); }
+};
+
 // True while a layout pass runs (guards CheckResize against the resizes the pass itself causes).
 extern bool LayoutInProgress;
 
@@ -145,6 +163,8 @@ public:
   double WorldToNumber(float pixel) const;
   bool GetHorizontal() const { return FPosition == TQyAxisPosition::Bottom || FPosition == TQyAxisPosition::Top; }
   bool LogActive() const { return FLogActive; }
+  // The linear mapping as a value; false where the mapping is not linear (log, date-time).
+  bool LinearMap(TQyLinearMap& map) const;
 
   // ---- layout, ranges, ticks
   void Calculate();

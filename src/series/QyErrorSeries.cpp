@@ -63,6 +63,14 @@ bool TQyPointWithErrorSeries::HasValuesAt(int i) const {
   return true;
 }
 
+bool TQyPointWithErrorSeries::EveryIndexHasValues() const {
+  if (!TQyPointSeries::EveryIndexHasValues()) return false;
+  if (FOutliersVisible) return true;
+  for (const auto& v : FDelta)
+    if (v && v->HasOutliers()) return false;
+  return true;
+}
+
 bool TQyPointWithErrorSeries::SeriesVisible() const {
   return TQyPointSeries::SeriesVisible() || (FVisible && IndicatorsShown());
 }

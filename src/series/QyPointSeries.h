@@ -57,6 +57,7 @@ public:
   void CalculatePoints() override;
   void CheckDBVectors() override;
   bool HasValuesAt(int i) const override;
+  bool EveryIndexHasValues() const override;
   bool SeriesVisible() const override;
   void TestVisibleChanged() override;
   int GetItemHeight() override;

@@ -142,6 +142,8 @@ public:
   virtual void CalculatePoints();
   virtual void CheckDBVectors();
   virtual bool HasValuesAt(int i) const;
+  // True when every index has values (nothing to skip); lets the point calculation go straight.
+  virtual bool EveryIndexHasValues() const;
   virtual void TestAllAssigned();
   virtual void TestVisibleChanged();
   virtual bool SeriesVisible() const;
@@ -211,6 +213,7 @@ public:
   QString ToString() const;
 
 protected:
+  class TQyPointSource;
   void ScanExtent(TQyCustomDoubleVector* v, bool isX, double& lo, double& hi);
   void AddBandPoints();
   void CompressRuns(int start, int stop);

@@ -39,9 +39,57 @@ void TQySeries::GetCalcPointsStartStop(int& start, int& stop) {
   while (stop > start && !HasValuesAt(stop)) --stop;
 }
 
-namespace {
-bool Finite(const QPointF& p) { return std::isfinite(p.x()) && std::isfinite(p.y()); }
-} // namespace
+// The body of a per-value loop: inlined into the loop of TQyPointSource::ForEach.
+#define QY_INNER_LOOP __attribute__((always_inline))
+
+// Turns data indices into pixel points. When nothing intervenes (no transformation, no
+// outliers to skip, linear axes) the values come straight from the arrays through the axes'
+// linear maps: the one pass over millions of values then costs a few nanoseconds a value.
+// Values that are not finite have no point: they are never drawn.
+class TQySeries::TQyPointSource {
+public:
+  explicit TQyPointSource(TQySeries& s) : FS(s) {
+    FFast = !s.XValueTransformation && !s.YValueTransformation && s.EveryIndexHasValues() &&
+            s.FXAxis->LinearMap(FMapX) && s.FYAxis->LinearMap(FMapY);
+    FX = s.FXData == s.FDataIndexer ? nullptr : s.FXData->Data();
+    FY = s.FYData == s.FDataIndexer ? nullptr : s.FYData->Data();
+  }
+  // Calls fn(i, point) for each index from start to stop that has a point, in order. The two
+  // loops are instantiated separately so that the straight one compiles to a tight loop.
+  template <class Fn> void ForEach(int start, int stop, Fn&& fn) const {
+    QPointF p;
+    if (FFast) {
+      for (int i = start; i <= stop; ++i) {
+        const double x = FX ? FX[i] : double(i), y = FY ? FY[i] : double(i);
+        if (!std::isfinite(x) || !std::isfinite(y)) continue;
+        p.setX(FMapX.Map(x));
+        p.setY(FMapY.Map(y));
+        fn(i, p);
+      }
+      return;
+    }
+    for (int i = start; i <= stop; ++i) {
+      if (!FS.HasValuesAt(i)) continue;
+      const double x = FS.TransformX(FS.FXData->GetValue(i), i);
+      const double y = FS.TransformY(FS.FYData->GetValue(i), i);
+      if (!std::isfinite(x) || !std::isfinite(y)) continue;
+      p.setX(FS.FXAxis->NumberToWorld(x));
+      p.setY(FS.FYAxis->NumberToWorld(y));
+      fn(i, p);
+    }
+  }
+
+private:
+  TQySeries& FS;
+  bool FFast = false;
+  TQyLinearMap FMapX, FMapY;
+  const double* FX = nullptr;
+  const double* FY = nullptr;
+};
+
+bool TQySeries::EveryIndexHasValues() const {
+  return FOutliersVisible || (!FXData->HasOutliers() && !FYData->HasOutliers());
+}
 
 void TQySeries::CalculatePoints() {
   if (FCalculatedCount == 0) {
@@ -78,31 +126,25 @@ void TQySeries::CalculatePoints() {
 
 // With symbols: a point is kept when it lies more than a pixel from the last kept point.
 void TQySeries::KeepDistinctPoints(int start, int stop) {
-  QPointF last(1e30, 1e30), p;
+  QPointF last(1e30, 1e30);
   if (FPointCount > 0) last = FPoints[FPointCount - 1];
-  for (int i = start; i <= stop; ++i) {
-    if (!HasValuesAt(i)) continue;
-    GetCalcPoint(i, p);
-    if (!Finite(p)) continue;
+  TQyPointSource(*this).ForEach(start, stop, [&](int i, const QPointF& p) QY_INNER_LOOP {
     if (FPointCount > 0 && i != start && std::fabs(p.x() - last.x()) <= 1 && std::fabs(p.y() - last.y()) <= 1)
-      continue;
+      return;
     FPoints.SetValue(FPointCount, p);
     FPointIndices.SetValue(FPointCount++, i);
     last = p;
-  }
+  });
 }
 
 // Symbols alone (no line, no area): a point is kept when its pixel is not yet taken. Dense noisy
 // data jump back and forth, so comparing with the last kept point alone would keep nearly all.
 void TQySeries::KeepOccupyingPoints(int start, int stop) {
-  QPointF p;
-  for (int i = start; i <= stop; ++i) {
-    if (!HasValuesAt(i)) continue;
-    GetCalcPoint(i, p);
-    if (!FScatterCells.Claim(p)) continue;
+  TQyPointSource(*this).ForEach(start, stop, [&](int i, const QPointF& p) QY_INNER_LOOP {
+    if (!FScatterCells.Claim(p)) return;
     FPoints.SetValue(FPointCount, p);
     FPointIndices.SetValue(FPointCount++, i);
-  }
+  });
 }
 
 bool TQySeries::PureScatter() const {
@@ -115,6 +157,7 @@ bool TQySeries::PureScatter() const {
 void TQySeries::CompressRuns(int start, int stop) {
   struct Kept { QPointF p; int i; };
   Kept first{}, low{}, high{}, last{};
+  double firstColumn = 0;
   bool open = false;
   auto put = [&](const Kept& k) {
     if (FPointCount > FColumnPoint && FPointIndices[FPointCount - 1] == k.i) return;
@@ -129,22 +172,20 @@ void TQySeries::CompressRuns(int start, int stop) {
     put(lowFirst ? high : low);
     put(last);
   };
-  QPointF p;
-  for (int i = start; i <= stop; ++i) {
-    if (!HasValuesAt(i)) continue;
-    GetCalcPoint(i, p);
-    if (!Finite(p)) continue;
+  TQyPointSource(*this).ForEach(start, stop, [&](int i, const QPointF& p) QY_INNER_LOOP {
     const Kept k{p, i};
-    if (open && std::floor(p.x()) == std::floor(first.p.x())) {
+    const double column = std::floor(p.x());
+    if (open && column == firstColumn) {
       if (p.y() < low.p.y()) low = k;
       if (p.y() > high.p.y()) high = k;
       last = k;
-      continue;
+      return;
     }
     if (open) flush();
     first = low = high = last = k;
+    firstColumn = column;
     open = true;
-  }
+  });
   if (open) flush();
 }
 
