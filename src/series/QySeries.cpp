@@ -28,6 +28,8 @@ int DefaultLookCounter = 0;
 } // namespace
 
 TQySeries::TQySeries(QObject* owner) : QObject(owner) {
+  RegisterVariables();
+  connect(this, &QObject::objectNameChanged, this, [this] { VariableObjects.Update(); });
   FLimitMinX = FLimitMinY = MaxDouble;
   FLimitMaxX = FLimitMaxY = -MaxDouble;
   auto modified = [this] { PointsModified(); TestVisibleChanged(); };
@@ -52,12 +54,18 @@ TQySeries::TQySeries(QObject* owner) : QObject(owner) {
 
 TQySeries::~TQySeries() {
   FDestroying = true;
+  DeRegisterVariables();
   LeaveGraph();
   for (TQyCustomDoubleVector* v : {FXData.data(), FYData.data()})
     if (v) v->RemoveListener(this);
 }
 
 TQyGraph2D* TQySeries::Graph() const { return FGraph; }
+
+void TQySeries::RegisterVariables() {
+  RegisterStringVariable(this, "Name", QyText(QyRes::SeriesVarName), [this] { return objectName(); });
+  RegisterStringVariable(this, "Caption", QyText(QyRes::SeriesVarCaption), [this] { return FCaption; });
+}
 
 QString TQySeries::ToString() const { return FCaption.isEmpty() ? objectName() : FCaption; }
 
@@ -135,7 +143,10 @@ void TQySeries::SetVisible(bool value) {
 
 void TQySeries::SetCaption(QString value) {
   while (!value.isEmpty() && value.back().isSpace()) value.chop(1);
-  QyAssign(this, UndoRecorder(), FCaption, value, QyRes::SeriesCaption, "Caption", [this] { LegendsModified(); });
+  QyAssign(this, UndoRecorder(), FCaption, value, QyRes::SeriesCaption, "Caption", [this] {
+    LegendsModified();
+    VariableObjects.Update();
+  });
 }
 
 void TQySeries::SetOutliersVisible(bool value) {
@@ -284,6 +295,7 @@ void TQySeries::Calculate() {
   FPointsStale = true;
   Invalidate();
   FLastCount = FCount;
+  VariableObjects.Update(); // captions that show values of this series follow its data
 }
 
 // ---- flags ------------------------------------------------------------------------------------

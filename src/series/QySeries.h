@@ -7,6 +7,7 @@
 #include "QyVectors.h"
 #include "QyPlainVectors.h"
 #include "QyProperty.h"
+#include "QyRegisters.h"
 #include "QyRichLabel.h"
 #include "QyPixelOccupancy.h"
 #include <QVariantMap>
@@ -119,6 +120,11 @@ public:
   TQyPointSymbolSettings* PointSymbol() const { return FPointSymbol; }
   TQyPointSymbolSettings* OutOfRangePointSymbol() const { return FOutOfRangePointSymbol; }
   virtual void SetUndoStack(TQyUndoRecorder* recorder);
+  // Publishes "Name" and "Caption" for captions elsewhere; derived series add their values.
+  virtual void RegisterVariables();
+  void DeRegisterVariables() { RemoveVariablesOfOwner(this); }
+  // Objects whose captions show this series' values.
+  TQyVariableObjects VariableObjects{this};
 
   // The series whose calculated X range separates the points drawn with PointSymbol from those
   // drawn with OutOfRangePointSymbol (a calculated curve's range; any series gives its X extent).

@@ -146,3 +146,37 @@ TEST(SeriesPoints, OutliersAreSkippedUnlessShown) {
   f.Render();
   EXPECT_EQ(s->LimitMaxY(), 100);
 }
+
+// Values that are not finite take no part in ranging and are never drawn, on both paths.
+TEST(SeriesPoints, NonFiniteValuesAreNeverDrawn) {
+  QyTestGraph f;
+  const double nan = std::nan(""), inf = INFINITY;
+  TQyLineSeries* s = f.AddSeries({0, 1, 2, 3, 4}, {1, nan, 3, inf, 2});
+  f.Render();
+  EXPECT_EQ(s->LimitMinY(), 1);
+  EXPECT_EQ(s->LimitMaxY(), 3);
+  auto drawn = [&] {
+    std::vector<int> idx;
+    for (int k = 0; k < s->PointCount(); ++k) idx.push_back(s->PointIndices()[k]);
+    return idx;
+  };
+  EXPECT_EQ(drawn(), (std::vector<int>{0, 2, 4}));
+  s->YValueTransformation = [](TQySeries*, const TQyTransformEventArgs& a) { return a.Value * 2; };
+  s->RangesModified();
+  f.Render(); // the general path, through the transformation
+  EXPECT_EQ(drawn(), (std::vector<int>{0, 2, 4}));
+  EXPECT_EQ(s->LimitMaxY(), 6);
+}
+
+// A series publishes its name and caption; a graph title that shows the caption follows it.
+TEST(SeriesData, CaptionIsAVariableForOtherCaptions) {
+  QyTestGraph f;
+  TQyLineSeries* s = f.AddSeries({0, 1}, {0, 1});
+  s->SetCaption("Pressure");
+  f.graph->SetCaptionVisible(true);
+  f.graph->SetCaption("<%Form1.Series1.Caption%> / <%Form1.Series1.Name%>");
+  f.Render();
+  EXPECT_EQ(f.graph->CaptionObject()->PlainText(), "Pressure / Series1");
+  s->SetCaption("Flow");
+  EXPECT_EQ(f.graph->CaptionObject()->PlainText(), "Flow / Series1");
+}
