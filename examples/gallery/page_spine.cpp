@@ -10,7 +10,8 @@ QWidget* BuildSpine() {
   auto* graph = new TQyGraph2D;
   graph->setObjectName("Graph1");
   graph->SetBackColor(0xFFFFFFFF);
-  graph->SetCaption("Damped oscillation and a growing signal");
+  // The title shows a live value: the growing series publishes its number of points.
+  graph->SetCaption("\\bDamped oscillation\\b and a growing signal of <%Graph1.Growing.Points;0%> points");
   graph->SetCaptionVisible(true);
   graph->SetCaptionDistanceBefore(6);
   graph->SetCaptionDistanceAfter(6);
@@ -46,6 +47,8 @@ QWidget* BuildSpine() {
   s2->SetYAxis(graph->GetPrimaryYAxis());
   s2->SetXData(x2);
   s2->SetYData(y2);
+  RegisterDoubleVariable(s2, "Points", "Number of points of the growing signal",
+                         [x2] { return double(x2->Count()); });
   auto grow = [x2, y2] {
     const int n = x2->Count();
     const double t = n * 0.05;
