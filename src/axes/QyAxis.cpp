@@ -1,4 +1,5 @@
 #include "QyAxis.h"
+#include "QyListLink.h"
 #include "QyGraph2D.h"
 #include "QyMath.h"
 #include "QyRounding.h"
@@ -25,6 +26,8 @@ TQyAxis::TQyAxis(QWidget* parent) : QWidget(parent) {
   FCaptionFont->SetStyle(TQyFontStyle::Bold);
   FCaptionFont->SetFillColor(FCaptionColor);
   FArrowPoint = new TQyAxisArrowPoint(modified, this);
+  FRubricsLink = new TQyListLink(this);
+  FRubricsLink->OnDataChange = [this] { DBModified(); };
   FTimeFormats = TQyAxisTimeFormats::FromSettings(DefaultFormatSettings());
   setAttribute(Qt::WA_TransparentForMouseEvents, false);
   resize(400, 20);
@@ -165,6 +168,7 @@ void TQyAxis::SetLogToNormalScalingLevel(double value) {
 }
 
 void TQyAxis::SetRubrics(QStringList value) {
+  if (GetDataSource()) throw EExternal(QyText(QyRes::AxisRubricsWithDatabase));
   QyAssign(this, UndoRecorder(), FRubrics, value, QyRes::AxisRubrics, "Rubrics", [this] { Modified(); });
 }
 

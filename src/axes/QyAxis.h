@@ -8,6 +8,7 @@
 #include "QyProperty.h"
 #include "QyRichLabel.h"
 #include "QyTypes.h"
+#include <QAbstractItemModel>
 #include <QList>
 #include <QPointer>
 #include <QStringList>
@@ -20,6 +21,7 @@ class TQySeries;
 class TQyGraph2D;
 class TQyAxisArrowPoint;
 class TQyDoubleVector;
+class TQyListLink;
 
 namespace QyAxis {
 Q_NAMESPACE
@@ -113,6 +115,9 @@ class TQyAxis : public QWidget, public TQyRecording {
   QY_PROPERTY(double, MovingSlitWidth, QyRes::AxisMovingSlitWidth, Modified()) = 0;
   QY_PROPERTY(double, MovingSlitIncrement, QyRes::AxisMovingSlitIncrement, Modified()) = 0;
   QY_PROPERTY_CUSTOM(QStringList, Rubrics);
+  // Rubrics from a column of a data model (no undo: a data binding).
+  Q_PROPERTY(QString RubricsField READ GetRubricsField WRITE SetRubricsField)
+  Q_PROPERTY(QAbstractItemModel* DataSource READ GetDataSource WRITE SetDataSource)
   QY_PROPERTY(bool, NumbersVisible, QyRes::AxisNumbersVisible, Modified()) = true;
   QY_PROPERTY_CUSTOM(QyAxis::TQyAxisPosition, Position) = TQyAxisPosition::Bottom;
   QY_PROPERTY_CUSTOM(bool, AutoTickParts) = true;
@@ -238,6 +243,13 @@ public:
   bool GetVisible() const { return FVisible; }
   void SetVisible(bool visible);
   void SetUndoStack(TQyUndoRecorder* recorder);
+  QString GetRubricsField() const;
+  void SetRubricsField(QString field);
+  QAbstractItemModel* GetDataSource() const;
+  void SetDataSource(QAbstractItemModel* source);
+  void DBModified();
+  // Reads the rubrics of the bound column when it changed (the layout pass calls it).
+  void UpdateDB();
   QString ToString() const;
 
   // ---- state read by the graph, series and tests
@@ -296,6 +308,8 @@ private:
 
   float FMajorTickThicknes = 1.0f;
   bool FVisible = true;
+  TQyListLink* FRubricsLink = nullptr;
+  bool FDBChanged = false, FReadingDB = false;
   bool FAutoSize = true;
   QPointer<TQyAxis> FMasterAxis;
 

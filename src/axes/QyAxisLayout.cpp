@@ -82,6 +82,7 @@ bool TQyAxisLayout::Begin() {
 
 void TQyAxisLayout::FirstRound() {
   for (TQyAxis* a : FAxes) {
+    a->UpdateDB();
     a->FFontSize = a->FFont->GetSize();
     a->ParseCaption();
     a->ApplyMaster();
