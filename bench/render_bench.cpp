@@ -50,8 +50,9 @@ int main(int argc, char** argv) {
   Signal signal;
   std::vector<double> xs(n), ys(n);
   for (int i = 0; i < n; ++i) xs[i] = i, ys[i] = signal(i);
-  x->AddRange(xs);
-  y->AddRange(ys);
+  // The vectors take the arrays over: the figure shows the library's own memory, not a copy.
+  x->SetValues(std::move(xs));
+  y->SetValues(std::move(ys));
   auto* s = new TQyLineSeries(&graph);
   s->SetXData(x);
   s->SetYData(y);
