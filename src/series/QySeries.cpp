@@ -77,40 +77,38 @@ void TQySeries::SetUndoStack(TQyUndoRecorder* recorder) {
 
 // ---- references -------------------------------------------------------------------------------
 
-void TQySeries::SetXAxis(TQyAxis* axis) {
-  if (FXAxis == axis) return;
-  QyRecordChange(UndoRecorder(), this, QyRes::SeriesXAxis, "XAxis");
-  if (FXAxis && FXAxis != FYAxis) FXAxis->RemoveSeries(this);
-  FXAxis = axis;
+// One side's axis: record, leave the old axis (unless the other side keeps it), store, rejoin.
+void TQySeries::ReplaceAxis(QPointer<TQyAxis>& side, const QPointer<TQyAxis>& other, TQyAxis* axis,
+                            const char* caption, const char* name) {
+  if (side == axis) return;
+  QyRecordChange(UndoRecorder(), this, caption, name);
+  if (side && side != other) side->RemoveSeries(this);
+  side = axis;
   TestAllAssigned();
 }
 
-void TQySeries::SetYAxis(TQyAxis* axis) {
-  if (FYAxis == axis) return;
-  QyRecordChange(UndoRecorder(), this, QyRes::SeriesYAxis, "YAxis");
-  if (FYAxis && FYAxis != FXAxis) FYAxis->RemoveSeries(this);
-  FYAxis = axis;
+void TQySeries::SetXAxis(TQyAxis* axis) { ReplaceAxis(FXAxis, FYAxis, axis, QyRes::SeriesXAxis, "XAxis"); }
+void TQySeries::SetYAxis(TQyAxis* axis) { ReplaceAxis(FYAxis, FXAxis, axis, QyRes::SeriesYAxis, "YAxis"); }
+
+// One side's data: a nil while the indexer stands in changes nothing; otherwise record, leave the
+// old vector, store and listen; a nil beside the indexer clears the indexer too.
+void TQySeries::ReplaceData(QPointer<TQyCustomDoubleVector>& side, QPointer<TQyCustomDoubleVector>& other,
+                            TQyCustomDoubleVector* vector, const char* caption, const char* name) {
+  if (side == vector || (!vector && side == FDataIndexer)) return;
+  QyRecordChange(UndoRecorder(), this, caption, name);
+  if (side && side != FDataIndexer) side->RemoveListener(this);
+  side = vector;
+  if (vector) vector->AddListener(this);
+  else if (other == FDataIndexer) other = nullptr;
   TestAllAssigned();
 }
 
 void TQySeries::SetXData(TQyCustomDoubleVector* vector) {
-  if (FXData == vector || (!vector && FXData == FDataIndexer)) return;
-  QyRecordChange(UndoRecorder(), this, QyRes::SeriesXData, "XData");
-  if (FXData && FXData != FDataIndexer) FXData->RemoveListener(this);
-  FXData = vector;
-  if (vector) vector->AddListener(this);
-  else if (FYData == FDataIndexer) FYData = nullptr;
-  TestAllAssigned();
+  ReplaceData(FXData, FYData, vector, QyRes::SeriesXData, "XData");
 }
 
 void TQySeries::SetYData(TQyCustomDoubleVector* vector) {
-  if (FYData == vector || (!vector && FYData == FDataIndexer)) return;
-  QyRecordChange(UndoRecorder(), this, QyRes::SeriesYData, "YData");
-  if (FYData && FYData != FDataIndexer) FYData->RemoveListener(this);
-  FYData = vector;
-  if (vector) vector->AddListener(this);
-  else if (FXData == FDataIndexer) FXData = nullptr;
-  TestAllAssigned();
+  ReplaceData(FYData, FXData, vector, QyRes::SeriesYData, "YData");
 }
 
 void TQySeries::SetDrawBandTo(TQySeries* series) {

@@ -220,6 +220,10 @@ public:
 
 protected:
   class TQyPointSource;
+  void ReplaceAxis(QPointer<TQyAxis>& side, const QPointer<TQyAxis>& other, TQyAxis* axis,
+                   const char* caption, const char* name);
+  void ReplaceData(QPointer<TQyCustomDoubleVector>& side, QPointer<TQyCustomDoubleVector>& other,
+                   TQyCustomDoubleVector* vector, const char* caption, const char* name);
   void ScanExtent(TQyCustomDoubleVector* v, bool isX, double& lo, double& hi);
   void AddBandPoints();
   void CompressRuns(int start, int stop);
