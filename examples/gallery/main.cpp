@@ -3,6 +3,9 @@
 #include "QyGallery.h"
 #include <QApplication>
 #include <QDir>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSvgGenerator>
 #include <QTabWidget>
 #include <QTimer>
 #include <algorithm>
@@ -18,6 +21,24 @@ bool HasDisplay() {
   return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
+// The same page as vector graphics: the widgets paint through the very same path.
+void RenderVector(QWidget& w, const QString& base) {
+  QSvgGenerator svg;
+  svg.setFileName(base + ".svg");
+  svg.setSize(w.size());
+  svg.setViewBox(QRect(QPoint(0, 0), w.size()));
+  {
+    QPainter p(&svg);
+    w.render(&p);
+  }
+  QPdfWriter pdf(base + ".pdf");
+  pdf.setPageSize(QPageSize(QSizeF(w.width(), w.height()), QPageSize::Point));
+  pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
+  pdf.setResolution(72);
+  QPainter p(&pdf);
+  w.render(&p);
+}
+
 int RenderAll(const QString& outDir) {
   QDir().mkpath(outDir);
   int failures = 0;
@@ -27,13 +48,14 @@ int RenderAll(const QString& outDir) {
     w->setAttribute(Qt::WA_DontShowOnScreen);
     w->show();
     QApplication::processEvents();
-    const QString path = outDir + "/" + page.name + ".png";
-    if (w->grab().save(path)) {
-      std::printf("%s\n", qPrintable(QDir(path).absolutePath()));
-    } else {
-      std::fprintf(stderr, "could not write %s\n", qPrintable(path));
+    const QString base = outDir + "/" + page.name;
+    if (!w->grab().save(base + ".png")) {
+      std::fprintf(stderr, "could not write %s.png\n", qPrintable(base));
       ++failures;
+      continue;
     }
+    RenderVector(*w, base);
+    std::printf("%s.png (.svg, .pdf)\n", qPrintable(QDir(base).absolutePath()));
   }
   return failures == 0 ? 0 : 1;
 }
