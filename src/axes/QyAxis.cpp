@@ -95,10 +95,6 @@ void TQyAxis::CheckResize() {
   Modified();
 }
 
-void TQyAxis::resizeEvent(QResizeEvent* e) {
-  QWidget::resizeEvent(e);
-}
-
 void TQyAxis::changeEvent(QEvent* e) {
   QWidget::changeEvent(e);
   if (e->type() == QEvent::ParentChange) {

@@ -276,7 +276,6 @@ public:
 
 protected:
   void paintEvent(QPaintEvent*) override {} // the graph draws its axes
-  void resizeEvent(QResizeEvent* e) override;
   void changeEvent(QEvent* e) override;
 
 private:

@@ -170,11 +170,11 @@ void TQyGraph2D::TestSeriesAndAxis() {
   for (TQyAxis* a : Axes()) a->GetNewRanges();
 }
 
-TQyAxis* TQyGraph2D::MakePrimaryAxis(const QString& base, const char* caption, int position) {
+TQyAxis* TQyGraph2D::MakePrimaryAxis(const QString& base, const char* caption, TQyAxisPosition position) {
   QObject* owner = ComponentOwner(this);
   auto* axis = new TQyAxis(this);
   axis->setObjectName(UniqueName(owner ? owner : parent(), base));
-  axis->SetPosition(TQyAxisPosition(position));
+  axis->SetPosition(position);
   axis->SetAutoSize(true);
   axis->SetCaption(QyText(caption));
   axis->SetUndoStack(UndoRecorder());
@@ -186,11 +186,11 @@ void TQyGraph2D::TestPrimaryAxis() {
   if (FCreatingPrimaryAxes || FDestroying) return;
   FCreatingPrimaryAxes = true;
   if (!FPrimaryXAxis) {
-    FPrimaryXAxis = MakePrimaryAxis("XAxis", QyRes::GraphDefaultXCaption, int(TQyAxisPosition::Bottom));
+    FPrimaryXAxis = MakePrimaryAxis("XAxis", QyRes::GraphDefaultXCaption, TQyAxisPosition::Bottom);
     FPrimaryXAxis->resize(width(), FPrimaryXAxis->height());
   }
   if (!FPrimaryYAxis) {
-    FPrimaryYAxis = MakePrimaryAxis("YAxis", QyRes::GraphDefaultYCaption, int(TQyAxisPosition::Left));
+    FPrimaryYAxis = MakePrimaryAxis("YAxis", QyRes::GraphDefaultYCaption, TQyAxisPosition::Left);
     FPrimaryYAxis->resize(FPrimaryYAxis->width(), height());
   }
   if (FPrimaryYAxis->GetHorizontal()) FPrimaryYAxis->SetPosition(TQyAxisPosition::Left);
@@ -208,15 +208,12 @@ void TQyGraph2D::Calculate() {
   FNeedsCalculate = false;
 }
 
+// The axes themselves are always read from the children (Axes()); this decides the roles.
 void TQyGraph2D::CheckCoupled() {
-  FAxes.clear();
   FChildGraphs.clear();
   FIsMasterGraph = FIsChildGraph = false;
-  for (QObject* c : children())
-    if (auto* a = qobject_cast<TQyAxis*>(c)) FAxes.append(a);
-  if (FPrimaryXAxis && !FAxes.contains(FPrimaryXAxis.data())) {
-    FIsChildGraph = true;
-    FAxes.append(FPrimaryXAxis.data());
+  if (FPrimaryXAxis && FPrimaryXAxis->parentWidget() != this) {
+    FIsChildGraph = true; // the primary X axis belongs to another graph
     return;
   }
   QObject* owner = ComponentOwner(this);

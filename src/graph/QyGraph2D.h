@@ -169,12 +169,10 @@ private:
   void PaintDataArea(QPainter* g);
   void PaintGrid(QPainter* g, TQyAxis* axis, TQyLineSettings* major, TQyLineSettings* minor);
   void PaintChildren(QPainter* g);
-  TQyAxis* MakePrimaryAxis(const QString& base, const char* caption, int position);
-  void ChildAxisDestroyed(QObject* axis);
+  TQyAxis* MakePrimaryAxis(const QString& base, const char* caption, TQyAxisPosition position);
 
   QPointer<TQyAxis> FPrimaryXAxis, FPrimaryYAxis;
   QList<TQySeries*> FRelatedSeries;
-  QList<QPointer<TQyAxis>> FAxes;
   QList<QPointer<TQyGraph2D>> FChildGraphs;
   QRectF FDataArea;
   bool FNeedsCalculate = true;

@@ -235,6 +235,8 @@ protected:
   void DrawPlainLine(QPainter* graphics);
   void DrawArea(QPainter* graphics);
   void DrawSegments(QPainter* graphics);
+  template <class Args, class Handler, class Value, class Draw>
+  void EachHandledSegment(const Handler& handler, Value Args::*field, Value first, Draw draw);
   void DrawCanvasLine(QPainter* graphics);
   float Baseline() const;
   // Index, X and Y of point k for the event handlers.

@@ -92,6 +92,21 @@ void TQySeries::ElementAt(int k, int& index, double& x, double& y) {
   y = TransformY(FYData->GetValue(index), index);
 }
 
+// Asks the handler about each segment in turn, starting from `first`; what it hands back carries
+// on to the next segment, and a segment it refuses is not drawn.
+template <class Args, class Handler, class Value, class Draw>
+void TQySeries::EachHandledSegment(const Handler& handler, Value Args::*field, Value first, Draw draw) {
+  Value value = first;
+  for (int k = 0; k + 1 < FPointCount; ++k) {
+    Args args;
+    ElementAt(k, args.Index, args.X, args.Y);
+    args.*field = value;
+    handler(this, args);
+    value = args.*field;
+    if (args.Draw) draw(k, value);
+  }
+}
+
 // The area: one polygon along the line and back over the band or baseline points; with a brush
 // handler one quadrilateral per segment down to the baseline.
 void TQySeries::DrawArea(QPainter* g) {
@@ -104,34 +119,22 @@ void TQySeries::DrawArea(QPainter* g) {
     return;
   }
   const double base = Baseline();
-  QBrush brush = FBrush;
-  for (int k = 0; k + 1 < FPointCount; ++k) {
-    TQyBrushEventArgs args;
-    ElementAt(k, args.Index, args.X, args.Y);
-    args.Brush = brush;
-    OnGetBrush(this, args);
-    brush = args.Brush;
-    if (!args.Draw) continue;
+  EachHandledSegment<TQyBrushEventArgs>(OnGetBrush, &TQyBrushEventArgs::Brush, FBrush,
+                                        [&](int k, const QBrush& brush) {
     const QPointF quad[4] = {pts[k + 1], pts[k], {pts[k].x(), base}, {pts[k + 1].x(), base}};
     g->setBrush(brush);
     g->drawPolygon(quad, 4);
-  }
+  });
 }
 
 // One line per segment with the pen the handler chooses; a segment it refuses is left out.
 void TQySeries::DrawSegments(QPainter* g) {
   const QPointF* pts = FPoints.Data();
-  QPen pen = FPen;
-  for (int k = 0; k + 1 < FPointCount; ++k) {
-    TQyPenEventArgs args;
-    ElementAt(k, args.Index, args.X, args.Y);
-    args.Pen = pen;
-    OnGetPen(this, args);
-    pen = args.Pen;
-    if (!args.Draw) continue;
+  EachHandledSegment<TQyPenEventArgs>(OnGetPen, &TQyPenEventArgs::Pen, QPen(FPen),
+                                      [&](int k, const QPen& pen) {
     g->setPen(pen);
     g->drawLine(pts[k], pts[k + 1]);
-  }
+  });
 }
 
 // The fast path for many points with an opaque thin or solid line: whole-pixel vertices, no
