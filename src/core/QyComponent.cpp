@@ -27,3 +27,15 @@ QString UniqueName(const QObject* owner, const QString& base) {
     if (!owner || !FindComponent(owner, candidate)) return candidate;
   }
 }
+
+void TQyDeferredInit::DeferInit(QObject* self) {
+  // The context object drops the call if the component is gone before the event loop runs.
+  QMetaObject::invokeMethod(self, [self] { QyEnsureInit(self); }, Qt::QueuedConnection);
+}
+
+void QyEnsureInit(QObject* object) {
+  auto* init = dynamic_cast<TQyDeferredInit*>(object);
+  if (!init || init->FInitialized) return;
+  init->FInitialized = true; // first: AfterConstruction may reach code that asks again
+  init->AfterConstruction();
+}

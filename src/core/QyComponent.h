@@ -3,6 +3,7 @@
 // A component's owner is its nearest named ancestor; a top-level window is a form.
 #include <QObject>
 #include <QString>
+#include <utility>
 
 // The nearest ancestor with a name (the component owner), or nullptr.
 QObject* ComponentOwner(const QObject* component);
@@ -12,3 +13,38 @@ QObject* ComponentForm(const QObject* component);
 QObject* FindComponent(const QObject* owner, const QString& name);
 // `base` followed by 1, 2, 3, ...: the first name that `owner` does not know; base + "1" without owner.
 QString UniqueName(const QObject* owner, const QString& base);
+
+// ---- The construction rule -------------------------------------------------------------------
+// C++ does not dispatch a virtual call from a constructor to the derived class. So constructors
+// only set fields; work that needs the final class (defaults named after the class, publishing
+// variables, anything a derived class overrides) goes into AfterConstruction(), which runs
+// exactly once, after the most derived constructor has finished:
+//   - at once, for objects made by QyCreate<T>(...) or by the class registry;
+//   - otherwise at its first use (the graph taking the object in, a paint, a document reader,
+//     the undo stack; QyEnsureInit is cheap and safe to call anywhere), or from a queued call
+//     that the constructor posts, whichever comes first.
+class TQyDeferredInit {
+public:
+  virtual ~TQyDeferredInit() = default;
+  bool Initialized() const { return FInitialized; }
+
+protected:
+  // The second phase of construction. Derived classes call the inherited one first.
+  virtual void AfterConstruction() {}
+  // Called by the constructor of a class that needs the second phase: posts the queued call.
+  void DeferInit(QObject* self);
+
+private:
+  friend void QyEnsureInit(QObject* object);
+  bool FInitialized = false;
+};
+
+// Runs AfterConstruction of `object` now unless it already ran (nothing for other objects).
+void QyEnsureInit(QObject* object);
+
+// Makes a component and completes its construction at once.
+template <class T, class... Args> T* QyCreate(Args&&... args) {
+  T* object = new T(std::forward<Args>(args)...);
+  QyEnsureInit(object);
+  return object;
+}
