@@ -6,6 +6,7 @@
 #include "QyStyles.h"
 #include "QyPlainVectors.h"
 #include "QyProperty.h"
+#include "QyGraphPart.h"
 #include "QyRichLabel.h"
 #include "QyTypes.h"
 #include <QAbstractItemModel>
@@ -97,8 +98,9 @@ struct TQyLinearMap {
 // True while a layout pass runs (guards CheckResize against the resizes the pass itself causes).
 extern bool LayoutInProgress;
 
-class TQyAxis : public QWidget, public TQyRecording {
+class TQyAxis : public QWidget, public TQyRecording, public IQyGraphPart {
   Q_OBJECT
+  Q_INTERFACES(IQyGraphPart)
   QY_PROPERTY_CUSTOM(QString, Caption);
   QY_PROPERTY(QyTypes::TAlignment, CaptionAlignment, QyRes::AxisCaptionAlignment, Modified()) = TAlignment::Center;
   QY_PROPERTY(TQyColor, CaptionColor, QyRes::AxisCaptionColor, DoInvalidate()) = 0xFF8B0000u;
@@ -242,7 +244,11 @@ public:
   void SetAutoSize(bool value);
   bool GetVisible() const { return FVisible; }
   void SetVisible(bool visible);
-  void SetUndoStack(TQyUndoRecorder* recorder);
+  void SetUndoStack(TQyUndoRecorder* recorder) override;
+  // As a part of its graph: drawn in the axes pass, translated to its position.
+  TQyPaintPasses PaintPasses() const override { return QyPass(TQyPaintPass::Axes); }
+  void PaintPass(TQyPaintPass, QPainter* graphics) override { PaintGr(graphics); }
+  bool PartVisible() const override { return GetVisible(); }
   QString GetRubricsField() const;
   void SetRubricsField(QString field);
   QAbstractItemModel* GetDataSource() const;

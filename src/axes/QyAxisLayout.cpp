@@ -24,8 +24,9 @@ public:
       for (QObject* c : parent->children())
         if (auto* a = qobject_cast<TQyAxis*>(c)) FAxes.append(a);
     if (FAxes.isEmpty()) FAxes.append(starter);
-    FWidth = parent ? parent->width() : starter->width();
-    FHeight = parent ? parent->height() : starter->height();
+    const QSize client = FGraph ? FGraph->LayoutSize() : parent ? parent->size() : starter->size();
+    FWidth = client.width();
+    FHeight = client.height();
   }
 
   void Run();
@@ -108,7 +109,10 @@ void TQyAxisLayout::StartMargins() {
   if (FGraph->GetCaptionVisible() && !FGraph->GetCaption().isEmpty())
     FM.top = Ceil(FM.top + title->Height() + FGraph->GetCaptionDistanceBefore() +
                   FGraph->GetCaptionDistanceAfter());
-  // Legends take their margins here once they exist.
+  // The graph's other parts (legends on a side, scroll bars) take their margins next.
+  TQyLayoutMargins parts{FM.left, FM.top, FM.right, FM.bottom};
+  FGraph->TakePartMargins(parts);
+  FM = {parts.Left, parts.Right, parts.Top, parts.Bottom};
 }
 
 // The thickness of the band an axis needs across its direction.
@@ -329,7 +333,7 @@ void TQyAxisLayout::DataArea() {
   case TAlignment::RightJustify: title->X = FWidth - FGraph->GetDistanceBorderAxisRight(); title->Alignment = TQyContentAlignment::TopRight; break;
   case TAlignment::Center: title->X = FWidth / 2.0f; title->Alignment = TQyContentAlignment::TopCenter; break;
   }
-  // Scroll bars, child legends and coupled graphs are placed here as they arrive.
+  FGraph->PlacePartsInLayout();
 }
 
 void TQyAxisLayout::Finish() {

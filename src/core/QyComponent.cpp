@@ -1,5 +1,6 @@
 #include "QyComponent.h"
 #include <QWidget>
+#include <vector>
 
 QObject* ComponentOwner(const QObject* component) {
   for (QObject* p = component ? component->parent() : nullptr; p; p = p->parent())
@@ -28,7 +29,18 @@ QString UniqueName(const QObject* owner, const QString& base) {
   }
 }
 
+namespace {
+// Objects of this thread whose second phase has not run yet, in the order they were made.
+thread_local std::vector<std::pair<TQyDeferredInit*, QObject*>> PendingInits;
+} // namespace
+
+TQyDeferredInit::~TQyDeferredInit() {
+  if (FInitialized) return;
+  std::erase_if(PendingInits, [this](const auto& p) { return p.first == this; });
+}
+
 void TQyDeferredInit::DeferInit(QObject* self) {
+  PendingInits.emplace_back(this, self);
   // The context object drops the call if the component is gone before the event loop runs.
   QMetaObject::invokeMethod(self, [self] { QyEnsureInit(self); }, Qt::QueuedConnection);
 }
@@ -37,5 +49,10 @@ void QyEnsureInit(QObject* object) {
   auto* init = dynamic_cast<TQyDeferredInit*>(object);
   if (!init || init->FInitialized) return;
   init->FInitialized = true; // first: AfterConstruction may reach code that asks again
+  std::erase_if(PendingInits, [init](const auto& p) { return p.first == init; });
   init->AfterConstruction();
+}
+
+void QyCompleteConstruction() {
+  while (!PendingInits.empty()) QyEnsureInit(PendingInits.front().second);
 }

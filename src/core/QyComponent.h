@@ -21,11 +21,12 @@ QString UniqueName(const QObject* owner, const QString& base);
 // exactly once, after the most derived constructor has finished:
 //   - at once, for objects made by QyCreate<T>(...) or by the class registry;
 //   - otherwise at its first use (the graph taking the object in, a paint, a document reader,
-//     the undo stack; QyEnsureInit is cheap and safe to call anywhere), or from a queued call
-//     that the constructor posts, whichever comes first.
+//     the undo stack; QyEnsureInit is cheap and safe to call anywhere), at the first look-up of
+//     the named-value registers (QyCompleteConstruction: what an object publishes is there before
+//     anybody asks), or from a queued call that the constructor posts, whichever comes first.
 class TQyDeferredInit {
 public:
-  virtual ~TQyDeferredInit() = default;
+  virtual ~TQyDeferredInit();
   bool Initialized() const { return FInitialized; }
 
 protected:
@@ -41,6 +42,8 @@ private:
 
 // Runs AfterConstruction of `object` now unless it already ran (nothing for other objects).
 void QyEnsureInit(QObject* object);
+// Completes the construction of every object of this thread still waiting for it.
+void QyCompleteConstruction();
 
 // Makes a component and completes its construction at once.
 template <class T, class... Args> T* QyCreate(Args&&... args) {

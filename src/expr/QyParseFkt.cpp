@@ -1,4 +1,5 @@
 #include "QyParseFkt.h"
+#include "QyComponent.h"
 #include "QyExceptions.h"
 #include "QyExprFunctions.h"
 #include "QyLocalize.h"
@@ -145,6 +146,7 @@ class TreeBuilder {
 public:
   TreeBuilder(const TQyFunctionsList& functions, const TQyDoubleGetterList& variables, QObject* owner)
       : FFunctions(functions), FOwner(owner) {
+    QyCompleteConstruction(); // every object has published its values before names are looked up
     Collect(variables, FVariables);
     Collect(GlobalVariableList, FVariables);
     Collect(GlobalArrayList, FArrays);

@@ -1,4 +1,5 @@
 #include "QyPlaceholders.h"
+#include "QyComponent.h"
 #include "QyExceptions.h"
 #include "QyLocalize.h"
 #include "QyParseFkt.h"
@@ -70,6 +71,7 @@ void FindTheVar(const QString& name, QObject* owner, QString& result) {
 // opening without a closing mark gives an empty name, which the parser refuses.
 QString ParseVariables(const QString& s, QObject* owner) {
   if (!s.contains("<%") && !s.contains("%>%>")) return s;
+  QyCompleteConstruction(); // every object has published its values before names are looked up
   QString result;
   result.reserve(s.size());
   for (qsizetype i = 0; i < s.size();) {

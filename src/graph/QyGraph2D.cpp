@@ -15,7 +15,7 @@ TQyCustomGraph::TQyCustomGraph(QWidget* parent) : QWidget(parent) {
   FBackgroundGradient = new TQyGradientSettings([this] { update(); }, this);
   setAttribute(Qt::WA_OpaquePaintEvent, false);
   resize(600, 400);
-  RegisterVariables();
+  DeferInit(this);
   connect(this, &QObject::objectNameChanged, this, [this] { VariableObjects.Update(); });
 }
 
@@ -23,6 +23,8 @@ TQyCustomGraph::~TQyCustomGraph() {
   FDestroying = true;
   DeRegisterVariables();
 }
+
+void TQyCustomGraph::AfterConstruction() { RegisterVariables(); }
 
 void TQyCustomGraph::RegisterVariables() {
   RegisterStringVariable(this, "Name", QyText(QyRes::GraphVarName), [this] { return objectName(); });
@@ -112,8 +114,7 @@ void TQyGraph2D::SetUndoStack(TQyUndoRecorder* stack) {
            FDataAreaFrame, FDataAreaGradient, FMajorGridHorizontal, FMinorGridHorizontal,
            FMajorGridVertical, FMinorGridVertical})
     s->SetUndoStack(stack);
-  for (TQySeries* s : FRelatedSeries) s->SetUndoStack(stack);
-  for (TQyAxis* a : Axes()) a->SetUndoStack(stack);
+  for (IQyGraphPart* part : Parts()) part->SetUndoStack(stack);
 }
 
 void TQyGraph2D::SetPrimaryXAxis(TQyAxis* axis) {
@@ -144,13 +145,22 @@ void TQyGraph2D::Modified() {
 
 void TQyGraph2D::SeriesModified() {
   if (FDestroying) return;
-  for (TQySeries* s : FRelatedSeries) s->PointsModified();
+  NotifyParts(TQyGraphChange::Series);
   update();
 }
 
+// A child graph's legends may list the master's series and the other way round.
 void TQyGraph2D::LegendsModified() {
   if (FDestroying) return;
-  // Legends hook in here once they exist.
+  auto* master = FIsChildGraph && FPrimaryXAxis ? qobject_cast<TQyGraph2D*>(FPrimaryXAxis->parentWidget()) : nullptr;
+  if (master && master != this) master->LegendsModified();
+  for (TQyGraph2D* g : ChildGraphs()) g->NotifyParts(TQyGraphChange::Legends);
+  NotifyParts(TQyGraphChange::Legends);
+}
+
+void TQyGraph2D::NotifyParts(TQyGraphChange change) {
+  if (FDestroying) return;
+  for (IQyGraphPart* part : Parts()) part->GraphChanged(change);
 }
 
 void TQyGraph2D::BoundsChanged() {
@@ -249,9 +259,46 @@ void TQyGraph2D::SortLayers() {
   for (int i = 0; i < n; ++i) FRelatedSeries[i]->RenumberLayer(i);
 }
 
-// ---- registry and picking ---------------------------------------------------------------------
+// ---- parts, registry and picking ---------------------------------------------------------------
+
+QList<IQyGraphPart*> TQyGraph2D::Parts() const {
+  QList<IQyGraphPart*> out;
+  auto add = [&out](QObject* o) {
+    if (auto* part = qobject_cast<IQyGraphPart*>(o); part && !out.contains(part)) out.append(part);
+  };
+  for (TQySeries* s : FRelatedSeries) add(s);
+  for (const auto& p : FRegisteredParts) add(p);
+  for (QObject* c : children()) add(c);
+  return out;
+}
+
+void TQyGraph2D::RegisterPart(QObject* part) {
+  if (!part || FRegisteredParts.contains(part)) return;
+  QyEnsureInit(part);
+  FRegisteredParts.append(part);
+  if (auto* p = qobject_cast<IQyGraphPart*>(part)) p->SetUndoStack(UndoRecorder());
+  update();
+}
+
+void TQyGraph2D::UnregisterPart(QObject* part) {
+  FRegisteredParts.removeAll(part);
+  FRegisteredParts.removeAll(nullptr);
+  if (!FDestroying) update();
+}
+
+void TQyGraph2D::TakePartMargins(TQyLayoutMargins& margins) {
+  const QSizeF client = size();
+  for (IQyGraphPart* part : Parts())
+    if (part->PartVisible()) part->TakeMargins(margins, client);
+}
+
+void TQyGraph2D::PlacePartsInLayout() {
+  for (IQyGraphPart* part : Parts())
+    if (part->PartVisible()) part->PlaceInLayout(FDataArea);
+}
 
 void TQyGraph2D::RegisterSeries(TQySeries* series) {
+  QyEnsureInit(series);
   if (!FRelatedSeries.contains(series)) {
     series->RenumberLayer(FRelatedSeries.size());
     FRelatedSeries.append(series);

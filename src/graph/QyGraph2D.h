@@ -6,6 +6,8 @@
 #include "QySeries.h"
 #include "QyStyles.h"
 #include "QyProperty.h"
+#include "QyGraphPart.h"
+#include "QyComponent.h"
 #include "QyRegisters.h"
 #include "QyRichLabel.h"
 #include "QyTypes.h"
@@ -14,6 +16,7 @@
 #include <QRect>
 #include <QRectF>
 #include <QWidget>
+#include <QPagedPaintDevice>
 #include <functional>
 #include <memory>
 
@@ -39,7 +42,7 @@ struct TQyFindSeriesPointResult {
 
 // The base shared by the XY graph and the pie chart: caption, background, smoothing, update
 // counter and undo link.
-class TQyCustomGraph : public QWidget, public TQyRecording, public IQyVariablesUser {
+class TQyCustomGraph : public QWidget, public TQyRecording, public TQyDeferredInit, public IQyVariablesUser {
   Q_OBJECT
   Q_PROPERTY(TQyUndoRecorder* UndoStack READ GetUndoStack WRITE SetUndoStack)
   QY_PROPERTY(TQyColor, BackColor, QyRes::GraphBackColor, update()) = 0x00FFFFFFu;
@@ -69,10 +72,13 @@ public:
   void EndUpdate();
   bool Updating() const { return FUpdateCount > 0; }
   bool Printing() const { return FPrinting; }
+  // The size the layout works for: the control's, or the target's while rendering to a device.
+  QSize LayoutSize() const { return FLayoutSize.isValid() ? FLayoutSize : size(); }
   bool RenderingToImage() const { return FRenderingToImage; }
   void ParseCaption();
   QString CaptionAsString() const { return FCaption; }
-  // Publishes "Name" and "Caption" for captions elsewhere; withdrawn on destruction.
+  // Publishes "Name" and "Caption" for captions elsewhere (after construction); withdrawn on
+  // destruction.
   virtual void RegisterVariables();
   void DeRegisterVariables();
   // A value that the title shows has changed: parse it again.
@@ -83,6 +89,7 @@ public:
   void SetHighQuality(QPainter* graphics, bool on) const;
 
 protected:
+  void AfterConstruction() override;
   void resizeEvent(QResizeEvent* e) override;
 
   std::unique_ptr<TQyRichCaptionObject> FCaptionObject;
@@ -91,6 +98,7 @@ protected:
   bool FCaptionSet = false;
   bool FPrinting = false;
   bool FRenderingToImage = false;
+  QSize FLayoutSize;
 };
 
 class TQyGraph2D : public TQyCustomGraph {
@@ -137,10 +145,33 @@ public:
   // ---- drawing
   void PaintGr(QPainter* graphics);
   void SetDataClip(QPainter* graphics);
-  // Renders the whole graph into an image of the control's size (or `size`).
+  // ---- output to other devices (QyGraphRender.cpp)
+  // The one routine of every output: paints the graph onto `painter` as a picture of `size`
+  // (in the painter's units), laid out for that size and with text measured for the painter's
+  // device and scale. The control itself is left exactly as it was. `printing` draws ticks at
+  // fractional positions (vector and print output).
+  void PaintTo(QPainter* painter, QSize size, bool printing = false);
+  // An image of the control's size (or `size`).
   QImage RenderToImage(QSize size = QSize(), bool antialiased = true);
+  // Vector output of the control's size (or `size`): SVG and PDF (one page of that size).
+  void RenderToSvg(QIODevice* device, QSize size = QSize());
+  void RenderToPdf(QIODevice* device, QSize size = QSize());
+  // Prints onto the page rectangle of `printer` (device units), keeping the proportions.
+  void PrintTo(QPagedPaintDevice* printer, QRectF rect = QRectF());
 
-  // ---- series registry
+  // ---- parts: series, axes, legends, markers and every later kind (QyGraphPart.h)
+  // Every part of this graph in paint order: the series in layer order, the other registered
+  // parts in the order they came, then the child widgets that are parts, in child order.
+  QList<IQyGraphPart*> Parts() const;
+  // A part that is not a child widget of the graph (a series, a legend on another parent) joins
+  // and leaves here; child widgets are parts by being children.
+  void RegisterPart(QObject* part);
+  void UnregisterPart(QObject* part);
+  // Tells every part; master and child graphs pass legend changes on to each other.
+  void NotifyParts(TQyGraphChange change);
+  // The layout's hooks for the parts: margins before the axes are placed, places after.
+  void TakePartMargins(TQyLayoutMargins& margins);
+  void PlacePartsInLayout();
   void RegisterSeries(TQySeries* series);
   void UnregisterSeries(TQySeries* series);
   const QList<TQySeries*>& RelatedSeries() const { return FRelatedSeries; }
@@ -165,14 +196,18 @@ protected:
   void paintEvent(QPaintEvent* e) override;
 
 private:
+  void PaintPass(QPainter* g, TQyPaintPass pass);
+  void PaintOwnShare(QPainter* g, TQyPaintPass pass);
+  void PaintPart(QPainter* g, IQyGraphPart* part, TQyPaintPass pass);
+  void PaintFrame(QPainter* g);
   void PaintBackground(QPainter* g);
   void PaintDataArea(QPainter* g);
   void PaintGrid(QPainter* g, TQyAxis* axis, TQyLineSettings* major, TQyLineSettings* minor);
-  void PaintChildren(QPainter* g);
   TQyAxis* MakePrimaryAxis(const QString& base, const char* caption, TQyAxisPosition position);
 
   QPointer<TQyAxis> FPrimaryXAxis, FPrimaryYAxis;
   QList<TQySeries*> FRelatedSeries;
+  QList<QPointer<QObject>> FRegisteredParts;
   QList<QPointer<TQyGraph2D>> FChildGraphs;
   QRectF FDataArea;
   bool FNeedsCalculate = true;

@@ -1,11 +1,13 @@
 // The one drawing path of the graph, used for the screen, images and printing alike.
 #include "QyAxis.h"
+#include "QyComponent.h"
 #include "QyGDI.h"
 #include "QyGraph2D.h"
 #include "QyRounding.h"
 #include "QySeries.h"
 #include "QyStyles.h"
 #include <QImage>
+#include <QPaintEngine>
 #include <QPaintEvent>
 #include <QPainter>
 
@@ -18,7 +20,9 @@ void TQyGraph2D::paintEvent(QPaintEvent* e) {
       if (s->GetVisible() && s->GetArea()->GetVisible() && !s->GetArea()->Solid()) FRepaintAfterPaint = true;
   FLastClipRect = clip;
   QPainter painter(this);
-  PaintGr(&painter);
+  // Rendered onto another kind of device (QWidget::render to SVG, PDF, a printer): lay out for it.
+  if (painter.paintEngine() && painter.paintEngine()->type() != QPaintEngine::Raster) PaintTo(&painter, size(), true);
+  else PaintGr(&painter);
   if (FRepaintAfterPaint) {
     FRepaintAfterPaint = false;
     update();
@@ -26,6 +30,7 @@ void TQyGraph2D::paintEvent(QPaintEvent* e) {
 }
 
 void TQyGraph2D::PaintGr(QPainter* g) {
+  QyCompleteConstruction(); // a picture is the first use of everything made so far
   if (FFirstPaint) {
     TestPrimaryAxis();
     FFirstPaint = false;
@@ -41,37 +46,65 @@ void TQyGraph2D::PaintGr(QPainter* g) {
     if (!stale || Updating()) break;
     Calculate();
   }
-  // Depth of three-dimensional bars joins here when bars exist.
-
   g->save();
-  PaintBackground(g);
-  PaintDataArea(g);
-  if (GetCaptionVisible()) FCaptionObject->PaintGr(g);
-  PaintGrid(g, FPrimaryXAxis, FMajorGridVertical, FMinorGridVertical);
-  PaintGrid(g, FPrimaryYAxis, FMajorGridHorizontal, FMinorGridHorizontal);
-  SetDataClip(g);
-  SetHighQuality(g, true);
-  for (TQySeries* s : FRelatedSeries) s->PaintGr(g);
-  g->setClipping(false);
-  if (FDataAreaFrame->GetVisible()) {
-    const float w = FDataAreaFrame->GetWidth();
-    g->setPen(FDataAreaFrame->GetPen(FDataArea.adjusted(-w, -w, w, w)));
-    g->setBrush(Qt::NoBrush);
-    g->drawRect(FDataArea.adjusted(0, 0, -1, -1));
-  }
-  PaintChildren(g);
-  SetDataClip(g);
-  for (TQySeries* s : FRelatedSeries) s->DrawSymbols(g);
-  g->setClipping(false);
-  // Legends paint here once they exist.
+  for (int pass = int(TQyPaintPass::Background); pass <= int(TQyPaintPass::Overlays); ++pass)
+    PaintPass(g, TQyPaintPass(pass));
   g->restore();
+}
+
+// One pass: the graph's own share, then every part that paints in it, in part order.
+void TQyGraph2D::PaintPass(QPainter* g, TQyPaintPass pass) {
+  const bool clipped = pass == TQyPaintPass::SeriesLines || pass == TQyPaintPass::SeriesSymbols;
+  if (clipped) SetDataClip(g);
+  if (pass == TQyPaintPass::SeriesLines) SetHighQuality(g, true);
+  PaintOwnShare(g, pass);
+  for (IQyGraphPart* part : Parts())
+    if (QyPaintsIn(part->PaintPasses(), pass) && part->PartVisible()) PaintPart(g, part, pass);
+  if (clipped) g->setClipping(false);
+  if (pass == TQyPaintPass::Axes) SetHighQuality(g, true);
+}
+
+void TQyGraph2D::PaintOwnShare(QPainter* g, TQyPaintPass pass) {
+  switch (pass) {
+  case TQyPaintPass::Background: PaintBackground(g); break;
+  case TQyPaintPass::DataArea: PaintDataArea(g); break;
+  case TQyPaintPass::Title:
+    if (GetCaptionVisible()) FCaptionObject->PaintGr(g);
+    break;
+  case TQyPaintPass::Grid:
+    PaintGrid(g, FPrimaryXAxis, FMajorGridVertical, FMinorGridVertical);
+    PaintGrid(g, FPrimaryYAxis, FMajorGridHorizontal, FMinorGridHorizontal);
+    break;
+  case TQyPaintPass::Frame: PaintFrame(g); break;
+  default: break;
+  }
+}
+
+// A part that is a widget of another parent paints itself; a child widget paints translated to
+// its place in the graph; any other part paints in the graph's coordinates.
+void TQyGraph2D::PaintPart(QPainter* g, IQyGraphPart* part, TQyPaintPass pass) {
+  auto* widget = dynamic_cast<QWidget*>(part);
+  if (widget && widget->parentWidget() != this) return;
+  if (!widget) return part->PaintPass(pass, g);
+  g->save();
+  g->translate(widget->x(), widget->y());
+  part->PaintPass(pass, g);
+  g->restore();
+}
+
+void TQyGraph2D::PaintFrame(QPainter* g) {
+  if (!FDataAreaFrame->GetVisible()) return;
+  const float w = FDataAreaFrame->GetWidth();
+  g->setPen(FDataAreaFrame->GetPen(FDataArea.adjusted(-w, -w, w, w)));
+  g->setBrush(Qt::NoBrush);
+  g->drawRect(FDataArea.adjusted(0, 0, -1, -1));
 }
 
 void TQyGraph2D::PaintBackground(QPainter* g) {
   g->setRenderHint(QPainter::Antialiasing, false);
-  g->fillRect(QRectF(0, 0, width(), height()), TQyColorToQColor(GetBackColor()));
-  if (FBackgroundGradient->GetVisible())
-    g->fillRect(rect(), FBackgroundGradient->GetBrush(QRectF(rect())));
+  const QRectF client(QPointF(0, 0), LayoutSize());
+  g->fillRect(client, TQyColorToQColor(GetBackColor()));
+  if (FBackgroundGradient->GetVisible()) g->fillRect(client, FBackgroundGradient->GetBrush(client));
 }
 
 void TQyGraph2D::PaintDataArea(QPainter* g) {
@@ -103,21 +136,9 @@ void TQyGraph2D::PaintGrid(QPainter* g, TQyAxis* axis, TQyLineSettings* major, T
   }
 }
 
-void TQyGraph2D::PaintChildren(QPainter* g) {
-  for (QObject* c : children()) {
-    auto* a = qobject_cast<TQyAxis*>(c);
-    if (!a || !a->GetVisible()) continue;
-    g->save();
-    g->translate(a->x(), a->y());
-    a->PaintGr(g);
-    g->restore();
-  }
-  SetHighQuality(g, true);
-}
-
 // Series are clipped to the data area only on the sides where an axis hides data.
 void TQyGraph2D::SetDataClip(QPainter* g) {
-  float l = 0, t = 0, r = width(), b = height();
+  float l = 0, t = 0, r = LayoutSize().width(), b = LayoutSize().height();
   bool clipped = false;
   for (TQyAxis* a : Axes()) {
     if (!a->GetIsClipped()) continue;
@@ -137,22 +158,4 @@ void TQyGraph2D::SetDataClip(QPainter* g) {
   }
   if (clipped) g->setClipRect(QRectF(l, t, r - l, b - t), Qt::IntersectClip);
   else g->setClipping(false);
-}
-
-QImage TQyGraph2D::RenderToImage(QSize size, bool antialiased) {
-  if (!size.isValid()) size = this->size();
-  if (size != this->size()) resize(size);
-  QImage image(size, QImage::Format_ARGB32_Premultiplied);
-  image.fill(Qt::white);
-  const bool was = FRenderingToImage;
-  FRenderingToImage = true;
-  const TQySmoothingMode mode = GetSmoothingMode();
-  if (!antialiased) FSmoothingMode = TQySmoothingMode::None;
-  {
-    QPainter p(&image);
-    PaintGr(&p);
-  }
-  FSmoothingMode = mode;
-  FRenderingToImage = was;
-  return image;
 }

@@ -50,7 +50,7 @@ void TQyCaptionParser::Run(const QString& s) {
   FLineHeight = static_cast<float>(fm.lineSpacing());
   // Ordinary text layout leaves a sixth of the em beside each end of a string; the block keeps
   // that margin (added once to each line, drawn half before the text) so text never touches it.
-  const qreal dpi = FGraphics && FGraphics->device() ? FGraphics->device()->logicalDpiY() : 96.0;
+  const qreal dpi = QyMeasureDpiY(FGraphics);
   FPad = static_cast<float>(base.pointSizeF() * dpi / 72.0 / 3.0);
   UpdateStyle();
 

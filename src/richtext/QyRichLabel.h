@@ -169,6 +169,8 @@ private:
 
 // Metrics of `font` on the painter's device, or for the screen when there is no painter.
 QFontMetricsF QyFontMetrics(const QFont& font, QPainter* graphics);
+// The vertical resolution that text is measured for (see QyFontMetrics).
+qreal QyMeasureDpiY(QPainter* graphics);
 // Sets the painter's text antialiasing for a rendering hint (SystemDefault leaves it alone).
 void QyApplyRenderingHint(QPainter* graphics, TQyTextRenderingHint hint);
 

@@ -1,5 +1,6 @@
 #include "QyRichLabel.h"
 #include <QFontMetricsF>
+#include "QyMeasure.h"
 #include <QPainter>
 #include <QPainterPath>
 #include <QPainterPathStroker>
@@ -52,9 +53,17 @@ void DrawRelief(QPainter* graphics, const QPainterPath& glyphs, bool raised) {
 }
 } // namespace
 
+// Inside a measuring scope (output to another device) text is measured for that device, also
+// while painting; otherwise on the painter's device, or for the screen.
 QFontMetricsF QyFontMetrics(const QFont& font, QPainter* graphics) {
+  if (QPaintDevice* device = QyMeasureDevice()) return QFontMetricsF(font, device);
   return graphics && graphics->device() ? QFontMetricsF(font, graphics->device())
                                         : QFontMetricsF(font);
+}
+
+qreal QyMeasureDpiY(QPainter* graphics) {
+  if (QPaintDevice* device = QyMeasureDevice()) return device->logicalDpiY();
+  return graphics && graphics->device() ? graphics->device()->logicalDpiY() : 96.0;
 }
 
 float TQySubCaption::GetWidth(QPainter* graphics) const {

@@ -28,7 +28,7 @@ int DefaultLookCounter = 0;
 } // namespace
 
 TQySeries::TQySeries(QObject* owner) : QObject(owner) {
-  RegisterVariables();
+  DeferInit(this);
   connect(this, &QObject::objectNameChanged, this, [this] { VariableObjects.Update(); });
   FLimitMinX = FLimitMinY = MaxDouble;
   FLimitMaxX = FLimitMaxY = -MaxDouble;
@@ -49,7 +49,29 @@ TQySeries::TQySeries(QObject* owner) : QObject(owner) {
   FPointSymbol->SetFillColor(look.fill);
   FOutOfRangePointSymbol->SetBorderColor(0xFF696969);
   FOutOfRangePointSymbol->SetFillColor(0xFFD3D3D3);
-  FCaption = metaObject()->className();
+}
+
+void TQySeries::AfterConstruction() {
+  if (FCaption.isEmpty()) FCaption = metaObject()->className(); // the most derived class
+  RegisterVariables();
+}
+
+QString TQySeries::GetCaption() const {
+  QyEnsureInit(const_cast<TQySeries*>(this));
+  return FCaption;
+}
+
+TQyPaintPasses TQySeries::PaintPasses() const {
+  return QyPass(TQyPaintPass::SeriesLines) | QyPass(TQyPaintPass::SeriesSymbols);
+}
+
+void TQySeries::PaintPass(TQyPaintPass pass, QPainter* g) {
+  if (pass == TQyPaintPass::SeriesLines) PaintGr(g);
+  else if (pass == TQyPaintPass::SeriesSymbols) DrawSymbols(g);
+}
+
+void TQySeries::GraphChanged(TQyGraphChange change) {
+  if (change == TQyGraphChange::Series) PointsModified();
 }
 
 TQySeries::~TQySeries() {
@@ -67,7 +89,7 @@ void TQySeries::RegisterVariables() {
   RegisterStringVariable(this, "Caption", QyText(QyRes::SeriesVarCaption), [this] { return FCaption; });
 }
 
-QString TQySeries::ToString() const { return FCaption.isEmpty() ? objectName() : FCaption; }
+QString TQySeries::ToString() const { return GetCaption().isEmpty() ? objectName() : FCaption; }
 
 void TQySeries::SetUndoStack(TQyUndoRecorder* recorder) {
   SetUndoRecorder(recorder);

@@ -10,6 +10,8 @@
 #include "QyRegisters.h"
 #include "QyRichLabel.h"
 #include "QyPixelOccupancy.h"
+#include "QyComponent.h"
+#include "QyGraphPart.h"
 #include <QVariantMap>
 #include <QBrush>
 #include <QPen>
@@ -79,10 +81,11 @@ struct TQyNearestPointResult {
   QPointF Point;
 };
 
-class TQySeries : public QObject, public TQyRecording {
+class TQySeries : public QObject, public TQyRecording, public TQyDeferredInit, public IQyGraphPart {
   Q_OBJECT
+  Q_INTERFACES(IQyGraphPart)
   QY_PROPERTY_CUSTOM(bool, Visible) = true;
-  QY_PROPERTY_CUSTOM(QString, Caption);
+  Q_PROPERTY(QString Caption READ GetCaption WRITE SetCaption)
   QY_PROPERTY(bool, IncludeInLegend, QyRes::SeriesIncludeInLegend, LegendsModified()) = true;
   QY_PROPERTY(bool, AutoUpdate, nullptr, (void)0) = true;
   QY_PROPERTY_CUSTOM(bool, OutliersVisible) = false;
@@ -99,6 +102,15 @@ class TQySeries : public QObject, public TQyRecording {
 public:
   explicit TQySeries(QObject* owner = nullptr);
   ~TQySeries() override;
+
+  // The class name until the caption is set.
+  QString GetCaption() const;
+  void SetCaption(QString value);
+
+  // ---- as a part of its graph: lines below the axes, symbols above them
+  TQyPaintPasses PaintPasses() const override;
+  void PaintPass(TQyPaintPass pass, QPainter* graphics) override;
+  void GraphChanged(TQyGraphChange change) override;
 
   // ---- references
   TQyAxis* GetXAxis() const { return FXAxis; }
@@ -119,8 +131,9 @@ public:
   TQyGraph2D* Graph() const;
   TQyPointSymbolSettings* PointSymbol() const { return FPointSymbol; }
   TQyPointSymbolSettings* OutOfRangePointSymbol() const { return FOutOfRangePointSymbol; }
-  virtual void SetUndoStack(TQyUndoRecorder* recorder);
-  // Publishes "Name" and "Caption" for captions elsewhere; derived series add their values.
+  void SetUndoStack(TQyUndoRecorder* recorder) override;
+  // Publishes "Name" and "Caption" for captions elsewhere (after construction); derived series
+  // add their values.
   virtual void RegisterVariables();
   void DeRegisterVariables() { RemoveVariablesOfOwner(this); }
   // Objects whose captions show this series' values.
@@ -219,6 +232,7 @@ public:
   QString ToString() const;
 
 protected:
+  void AfterConstruction() override;
   class TQyPointSource;
   void ReplaceAxis(QPointer<TQyAxis>& side, const QPointer<TQyAxis>& other, TQyAxis* axis,
                    const char* caption, const char* name);
@@ -248,6 +262,7 @@ protected:
   // Calls f(k) for each point whose symbol is drawn: at most one per pixel of the graph.
   template <class F> void ForEachDistinctSymbol(F f);
 
+  QString FCaption;
   QPointer<TQyAxis> FXAxis, FYAxis;
   QPointer<TQyCustomDoubleVector> FXData, FYData;
   QPointer<TQySeries> FMergeLegendItemWith, FDrawBandTo, FRangeFromFunction;

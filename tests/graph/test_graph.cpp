@@ -10,7 +10,8 @@ TEST(Graph, EmptyGraphGetsNamedPrimaryAxesAtFirstPaint) {
   auto* graph = new TQyGraph2D(&form);
   graph->setObjectName("Graph1");
   EXPECT_EQ(graph->GetPrimaryXAxis(), nullptr);
-  QImage img = graph->RenderToImage(QSize(400, 300));
+  graph->resize(400, 300);
+  QImage img = graph->RenderToImage();
   ASSERT_NE(graph->GetPrimaryXAxis(), nullptr);
   ASSERT_NE(graph->GetPrimaryYAxis(), nullptr);
   EXPECT_EQ(graph->GetPrimaryXAxis()->objectName(), "XAxis1");
