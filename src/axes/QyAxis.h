@@ -7,6 +7,7 @@
 #include "QyPlainVectors.h"
 #include "QyProperty.h"
 #include "QyGraphPart.h"
+#include "QyRecordSchema.h"
 #include "QyRichLabel.h"
 #include "QyTypes.h"
 #include <QAbstractItemModel>
@@ -160,6 +161,7 @@ class TQyAxis : public QWidget, public TQyRecording, public IQyGraphPart {
   Q_PROPERTY(TQyAxis* MasterAxis READ GetMasterAxis WRITE SetMasterAxis)
   Q_PROPERTY(bool AutoSize READ GetAutoSize WRITE SetAutoSize)
   Q_PROPERTY(bool Visible READ GetVisible WRITE SetVisible)
+  QY_DOCUMENT_MEMBERS
 
 public:
   explicit TQyAxis(QWidget* parent = nullptr);
@@ -286,6 +288,7 @@ protected:
 
 private:
   friend class TQyAxisLayout;
+  friend struct TQyAxisRecord; // the document record reaches the partitions and the zoom stages
   friend class TQyAxisPainter;
   void ParseCaption();
   void ApplyMaster();

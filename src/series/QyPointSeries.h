@@ -65,8 +65,6 @@ public:
   using TQySeries::DrawListItem;
   void DrawListItem(const TQyLegendItemDrawArgs& args) override;
   void DrawListItem(const TQyLegendItemDrawArgs& args, LegendItemStyle style) override;
-  void WriteRecord(QVariantMap& record) const override;
-  void ReadRecord(const QVariantMap& record, const TQyReferenceResolver& resolve) override;
 
 protected:
   bool PureScatter() const override;

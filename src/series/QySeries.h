@@ -7,6 +7,7 @@
 #include "QyVectors.h"
 #include "QyPlainVectors.h"
 #include "QyProperty.h"
+#include "QyRecordSchema.h"
 #include "QyRegisters.h"
 #include "QyRichLabel.h"
 #include "QyPixelOccupancy.h"
@@ -202,17 +203,10 @@ public:
   virtual void DrawListItem(const TQyLegendItemDrawArgs& args, LegendItemStyle style);
   void DrawMergedItems(const TQyLegendItemDrawArgs& args);
 
-  // ---- document record
-  // The series' settings as one record keyed by the document names ("Visible", "Line",
-  // "PointSymbol.Size", ...). The stream, XML and INI media translate it: the stream in the
-  // order of SeriesStreamOrder(), XML nodes and INI keys by name. References are written as
-  // component names and resolved on reading by `resolve`; keys missing from a record keep the
-  // current value.
-  using TQyReferenceResolver = std::function<QObject*(const QString& name)>;
-  virtual void WriteRecord(QVariantMap& record) const;
-  virtual void ReadRecord(const QVariantMap& record, const TQyReferenceResolver& resolve);
-  static QStringList SeriesStreamOrder();
+  // ---- documents: the record stands in QySeriesRecord.cpp
+  QY_DOCUMENT_MEMBERS
 
+public:
   // ---- linked markers (filled by the markers)
   virtual void ClearLinkedMarkers() {}
   virtual void DeleteLinkedMarkers(int) {}

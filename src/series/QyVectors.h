@@ -2,6 +2,7 @@
 // Data vectors: growing arrays of doubles with lazy incremental statistics, outliers and listeners.
 #include "QyPlainVectors.h"
 #include "QyProperty.h"
+#include "QyRecordSchema.h"
 #include <QAbstractItemModel>
 #include <QList>
 #include <QObject>
@@ -132,6 +133,7 @@ class TQyDoubleVector : public TQyCustomDoubleVector {
   Q_PROPERTY(int Increment READ Increment WRITE SetIncrement)
   QY_PROPERTY_CUSTOM(QString, DataField);
   Q_PROPERTY(QAbstractItemModel* DataSource READ GetDataSource WRITE SetDataSource)
+  QY_DOCUMENT_MEMBERS
 
 public:
   explicit TQyDoubleVector(QObject* owner = nullptr);

@@ -1,5 +1,6 @@
 // The logs of the undo history: recording, the position tables, the limit, and replay.
 #include "QyUndoStack.h"
+#include "QyClassRegistry.h"
 #include "QyExceptions.h"
 #include "QyIO.h"
 #include "QyLocalize.h"
@@ -48,6 +49,8 @@ void CopyBytes(QIODevice* src, qint64 from, qint64 size, QIODevice* dst) {
 }
 
 } // namespace
+
+QY_REGISTER_CLASS(TQyUndoStack);
 
 // ---- the position tables
 

@@ -1,7 +1,7 @@
 #pragma once
 // The undo history. Setters record the old value of a published property before they change it
 // (PushProperty); vectors are recorded whole, edit controls by text and selection, components by
-// their whole property image; StartGroup/StopGroup make several records one step. Undo replays
+// class name, owner and document record (so that a deleted one can be made again); StartGroup/StopGroup make several records one step. Undo replays
 // records newest first through the property setters, so every flag a setter raises (layout,
 // ranges, points) comes with the replay, and writes the mirrored records to the redo log.
 //
@@ -73,7 +73,8 @@ public:
   // The present value of the property; EFilerError "Property: "%s" not found" for an unknown
   // name (nothing is written). Object values are kept as references.
   void PushProperty(QObject* instance, const QString& caption, const char* propName) override;
-  // The whole property image of a component, for a change of it as a whole.
+  // The whole component (class name, owner, document record), for a change of it as a whole or
+  // before it is deleted: undo makes a deleted component again.
   void PushComponent(QObject* component, const QString& caption);
   // A component just created, so that undo frees it; EStreamError when it has no reference.
   void PushFreeComponent(QObject* component, const QString& caption);

@@ -1,10 +1,13 @@
 // What the undo records hold: object references, property values by the kind of their type,
 // component images, edit states and vector data; and how a record is applied.
 #include "QyUndoStack.h"
+#include "QyClassRegistry.h"
 #include "QyExceptions.h"
 #include "QyIO.h"
 #include "QyLocalize.h"
+#include "QyRecordMedia.h"
 #include "QyVectors.h"
+#include <QBuffer>
 #include <QDataStream>
 #include <QLineEdit>
 #include <QMetaProperty>
@@ -37,30 +40,13 @@ bool IsRawInteger(const QMetaProperty& p) {
 
 bool IsFloat(QMetaType t) { return t.id() == QMetaType::Float || t.id() == QMetaType::Double; }
 
-// The first property of the component's own classes: the framework's widget and object
-// properties (geometry, visibility, name) are not part of a component's image.
-int FirstOwnProperty(const QObject* o) {
-  return o->isWidgetType() ? QWidget::staticMetaObject.propertyCount()
-                           : QObject::staticMetaObject.propertyCount();
-}
-
-// A nested settings object: a read-only object property whose value the component owns.
-QObject* NestedObject(const QObject* o, const QMetaProperty& p) {
-  if (!IsObjectType(p.metaType()) || p.isWritable()) return nullptr;
-  QObject* child = p.read(o).value<QObject*>();
-  return child && child->parent() == o ? child : nullptr;
-}
-
-// A component of a class that can be made by name (a constructor taking its owner, declared
-// invokable); nullptr otherwise.
-QObject* CreateComponent(const QString& className, const QString& ref) {
-  const QMetaObject* mo = QMetaType::fromName((className + '*').toLatin1()).metaObject();
-  if (!mo || ref.isEmpty()) return nullptr;
-  QObject* owner = OwnerName(ref).isEmpty() ? nullptr : RefOwner(ref);
-  QObject* c = mo->newInstance(Q_ARG(QObject*, owner));
-  if (!c && (!owner || owner->isWidgetType()))
-    c = mo->newInstance(Q_ARG(QWidget*, static_cast<QWidget*>(owner)));
-  if (c) c->setObjectName(ComponentName(ref));
+// A component re-created by class name on its owner (the stack's owner when the recorded one is
+// gone), named as before; nullptr for a class that is not registered.
+QObject* CreateComponent(const QString& className, const QString& ownerRef, const QString& name,
+                         QObject* fallbackOwner) {
+  QObject* owner = ownerRef.isEmpty() ? nullptr : GetComponentFromRef(ownerRef);
+  QObject* c = QyCreateComponent(className, owner ? owner : fallbackOwner);
+  if (c) c->setObjectName(name);
   return c;
 }
 
@@ -240,38 +226,30 @@ void TQyUndoStack::ReadPropertyFrom(TQyValueReader& r, QObject* o, const QByteAr
   p.write(o, v);
 }
 
-// ---- component images: class name, then name and value of each stored property of the
-// component's own classes; nested settings objects as images of their own.
+// ---- component images: class name, owner reference and the component's document record (as a
+// binary stream), so that a deleted component can be made again and read back; its references
+// are bound by name when the record has been read.
 
 void TQyUndoStack::WriteComponentImage(TQyValueWriter& w, QObject* o) {
   w.WriteString(QString::fromLatin1(o->metaObject()->className()));
-  w.WriteListBegin();
-  const QMetaObject* mo = o->metaObject();
-  for (int i = FirstOwnProperty(o); i < mo->propertyCount(); ++i) {
-    const QMetaProperty p = mo->property(i);
-    if (QObject* child = NestedObject(o, p)) {
-      w.WriteString(QString::fromLatin1(p.name()));
-      WriteComponentImage(w, child);
-    } else if (p.isWritable() && p.isStored() && !IsObjectType(p.metaType())) {
-      w.WriteString(QString::fromLatin1(p.name()));
-      WritePropertyValue(w, o, p.name());
-    }
-  }
-  w.WriteListEnd();
+  w.WriteString(GetComponentRef(ComponentOwner(o)));
+  QByteArray record;
+  QBuffer buffer(&record);
+  buffer.open(QIODevice::WriteOnly);
+  QyWriteToStream(o, &buffer);
+  w.WriteBinary(record);
 }
 
 void TQyUndoStack::ReadComponentFrom(TQyValueReader& r, QObject* o) {
   const QString className = r.ReadString();
-  if (!o) o = CreateComponent(className, FCurrentInstanceFullName);
+  const QString ownerRef = r.ReadString();
+  QByteArray record = r.ReadBinary();
+  if (!o && !FCurrentInstanceFullName.isEmpty())
+    o = CreateComponent(className, ownerRef, ComponentName(FCurrentInstanceFullName), parent());
   if (!o) return; // nothing to put the image into
-  r.ReadListBegin();
-  while (!r.EndOfList()) {
-    const QByteArray name = r.ReadString().toLatin1();
-    const QMetaProperty p = FindProperty(o, name.constData());
-    if (QObject* child = NestedObject(o, p)) ReadComponentFrom(r, child);
-    else ReadPropertyFrom(r, o, name);
-  }
-  r.ReadListEnd();
+  QBuffer buffer(&record);
+  buffer.open(QIODevice::ReadOnly);
+  QyReadFromStream(o, &buffer);
 }
 
 // ---- applying one record

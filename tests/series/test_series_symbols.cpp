@@ -312,51 +312,6 @@ TEST(SeriesLegend, SamplesAndItemHeight) {
   EXPECT_EQ(v[3].x() - v[2].x(), 8.0);
 }
 
-// The document record names every setting with the keys of the documents, and reading it into
-// a new series restores them, references included.
-TEST(SeriesRecord, RoundTripAndKeys) {
-  QyTestGraph f;
-  auto* s = Make<TQyPointWithErrorSeries>(f, {1, 2}, {3, 4});
-  auto* dy = Vector(f.form.get(), {1, 1}, "DeltaY");
-  s->GetXData()->setObjectName("XVec");
-  s->GetYData()->setObjectName("YVec");
-  s->SetDeltaYPlus(dy);
-  s->SetCaption("Measured");
-  s->SetOutliersVisible(true);
-  s->GetLine()->SetWidth(2.5f);
-  s->GetArea()->SetAreaStyle(TQyAreaStyle::Cross);
-  s->PointSymbol()->SetPointSymbol(TQyPointSymbol::Nabla);
-  s->OutOfRangePointSymbol()->SetSize(7);
-  s->GetErrorIndicator()->SetColor(0xFF010203);
-  QVariantMap r;
-  s->WriteRecord(r);
-  for (const QString& key : TQySeries::SeriesStreamOrder()) EXPECT_TRUE(r.contains(key)) << key.toStdString();
-  for (const char* key : {"ErrorIndicator", "DeltaXPlus", "DeltaXMinus", "DeltaYPlus", "DeltaYMinus"})
-    EXPECT_TRUE(r.contains(key)) << key;
-  EXPECT_EQ(r["DeltaYPlus"].toString(), "DeltaY");
-  EXPECT_EQ(r["XAxis"].toString(), f.X()->objectName());
-  EXPECT_EQ(r["PointSymbol.Symbol"].toInt(), int(TQyPointSymbol::Nabla));
-
-  auto* copy = new TQyPointWithErrorSeries(f.form.get());
-  copy->ReadRecord(r, [&](const QString& name) { return f.form->findChild<QObject*>(name); });
-  EXPECT_EQ(copy->GetCaption(), "Measured");
-  EXPECT_TRUE(copy->GetOutliersVisible());
-  EXPECT_EQ(copy->GetLine()->GetWidth(), 2.5f);
-  EXPECT_EQ(copy->GetArea()->GetAreaStyle(), TQyAreaStyle::Cross);
-  EXPECT_EQ(copy->PointSymbol()->GetPointSymbol(), TQyPointSymbol::Nabla);
-  EXPECT_EQ(copy->OutOfRangePointSymbol()->GetSize(), 7.0f);
-  EXPECT_EQ(copy->GetErrorIndicator()->GetColor(), 0xFF010203u);
-  EXPECT_EQ(copy->GetDeltaYPlus(), dy);
-  EXPECT_EQ(copy->GetXAxis(), f.X());
-  EXPECT_EQ(copy->GetYData(), s->GetYData());
-  QVariantMap again;
-  copy->WriteRecord(again);
-  again.remove("Name");
-  r.remove("Name");
-  for (auto it = r.begin(); it != r.end(); ++it)
-    EXPECT_EQ(again[it.key()], it.value()) << it.key().toStdString();
-}
-
 // Two series merged into one legend row, both with lines: each draws its line along one
 // diagonal of the shared rectangle.
 TEST(SeriesLegend, MergedItemsShareTheRectangle) {

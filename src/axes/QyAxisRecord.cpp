@@ -1,0 +1,249 @@
+// The document record of an axis: settings, caption, scaling, tick parts, ends, rubrics, date-time
+// formats, slave settings, arrow, distances and the zoom stages, in the order of its stream.
+// XML groups them into child elements; INI keys carry the group as a prefix.
+#include "QyAxis.h"
+#include "QyClassRegistry.h"
+#include "QyStyles.h"
+#include "QyVectors.h"
+
+QY_REGISTER_CLASS(TQyAxis);
+
+namespace {
+using T = TQyFieldType;
+using TKind = TQyRecordMedium::TKind;
+
+TQyAxis* Axis(QObject* o) { return static_cast<TQyAxis*>(o); }
+const TQyAxis* Axis(const QObject* o) { return static_cast<const TQyAxis*>(o); }
+
+// An entry of a group: XML attribute `key` in element `element`, INI key "<iniGroup>.<key>".
+TQyRecordEntry Grouped(const QString& element, const QString& iniGroup, const QString& key, T type,
+                       const char* property) {
+  return QyField(key, type, property).At(element).Ini(iniGroup + '.' + key);
+}
+
+TQyRecordEntry Geometry(const QString& key, int (QWidget::*get)() const, void (*set)(QWidget*, int)) {
+  return QyField(key, T::Int32, [get](const QObject* o) { return QVariant((Axis(o)->*get)()); },
+                 [set](QObject* o, const QVariant& v) { set(Axis(o), v.toInt()); })
+      .At("Properties");
+}
+
+// One of the seven label formats of a date-time axis.
+TQyRecordEntry TimeFormat(const QString& key, QString TQyAxisTimeFormats::*format) {
+  return QyField(key, T::String,
+                 [format](const QObject* o) {
+                   return QVariant(const_cast<TQyAxis*>(Axis(o))->TimeFormats().*format);
+                 },
+                 [format](QObject* o, const QVariant& v) { Axis(o)->TimeFormats().*format = v.toString(); })
+      .At("DateTimeFormat")
+      .Ini("DateTimeFormat." + key);
+}
+} // namespace
+
+// Reaches what the axis keeps without a property: the partition tables, the data range, the
+// zoom stages.
+struct TQyAxisRecord {
+  static TQyRecordTable Table();
+  static TQyRecordEntry Partition(const QString& table, int i, double (TQyAxis::*parts)[3]) {
+    const QString key = table + '.' + QString::number(i);
+    return QyField(key, T::Double, [parts, i](const QObject* o) { return QVariant((Axis(o)->*parts)[i]); },
+                   [parts, i](QObject* o, const QVariant& v) {
+                     (Axis(o)->*parts)[i] = v.toDouble();
+                     Axis(o)->Modified();
+                   })
+        .At("TickParts")
+        .Ini("TickParts." + key)
+        .InBlock(1);
+  }
+
+  static TQyRecordEntry DataEnd(const QString& key, double TQyAxis::*field) {
+    return QyField(key, T::Double, [field](const QObject* o) { return QVariant(Axis(o)->*field); },
+                   [field](QObject* o, const QVariant& v) { Axis(o)->*field = v.toDouble(); })
+        .At("Ends")
+        .Ini("Ends." + key)
+        .InBlock(3);
+  }
+
+  // The stages as two vectors and the current stage: in a stream behind a presence flag, in XML
+  // as the elements "Start" and "Stop", in INI as numbered keys.
+  static void WriteZoom(const QObject* o, TQyRecordMedium& m) {
+    const TQyAxis* a = Axis(o);
+    const int n = int(a->FZoomStarts.size());
+    if (m.Kind() == TKind::Ini) {
+      for (int i = 0; i < n; ++i) {
+        m.Write(QString("%1.Zoom.Start").arg(i), T::Double, a->FZoomStarts[size_t(i)]);
+        m.Write(QString("%1.Zoom.Stop").arg(i), T::Double, a->FZoomStops[size_t(i)]);
+      }
+      return m.Write("Zoom.Idx", T::Int32, a->FZoomStage);
+    }
+    if (m.Kind() == TKind::Stream) m.Write("Zoom", T::Bool, n > 0);
+    if (n > 0 || m.Kind() == TKind::Node) {
+      TQyDoubleVector starts, stops;
+      starts.SetValues(a->FZoomStarts);
+      stops.SetValues(a->FZoomStops);
+      m.WriteObject("Start", &starts);
+      m.WriteObject("Stop", &stops);
+      m.Write("Idx", T::Int32, a->FZoomStage);
+    }
+  }
+
+  static void ReadZoom(QObject* o, TQyRecordMedium& m) {
+    std::vector<double> starts, stops;
+    QVariant stage;
+    if (m.Kind() == TKind::Ini) {
+      for (int i = 0;; ++i) {
+        const QVariant s = m.Read(QString("%1.Zoom.Start").arg(i), T::Double, {});
+        const QVariant e = m.Read(QString("%1.Zoom.Stop").arg(i), T::Double, {});
+        if (!s.isValid() || !e.isValid()) break;
+        starts.push_back(s.toDouble());
+        stops.push_back(e.toDouble());
+      }
+      stage = m.Read("Zoom.Idx", T::Int32, 0);
+    } else if (m.Kind() == TKind::Node || m.Read("Zoom", T::Bool, false).toBool()) {
+      TQyDoubleVector s, e;
+      m.ReadObject("Start", &s);
+      m.ReadObject("Stop", &e);
+      stage = m.Read("Idx", T::Int32, 0);
+      starts.assign(s.Data(), s.Data() + s.Count());
+      stops.assign(e.Data(), e.Data() + e.Count());
+    }
+    SetZoom(Axis(o), std::move(starts), std::move(stops), stage.toInt());
+  }
+
+  static void SetZoom(TQyAxis* a, std::vector<double> starts, std::vector<double> stops, int stage) {
+    const size_t n = std::min(starts.size(), stops.size()); // starts and stops stay paired
+    starts.resize(n);
+    stops.resize(n);
+    a->FZoomStarts = std::move(starts);
+    a->FZoomStops = std::move(stops);
+    a->FZoomStage = n > 0 ? std::clamp(stage, 0, int(n) - 1) : 0;
+  }
+};
+
+namespace {
+// Rubrics: in a stream a count and each text, in XML the element "Captions" with its items, in
+// INI "Rubrics.Count" and one key "Captions(i)" each. A bound axis reads its rubrics from its
+// model and keeps them.
+void WriteRubrics(const QObject* o, TQyRecordMedium& m) {
+  const QStringList rubrics = Axis(o)->GetRubrics();
+  if (m.Kind() != TKind::Ini) return m.WriteItems("Captions", T::String, QVariantList(rubrics.begin(), rubrics.end()));
+  m.Write("Rubrics.Count", T::Int32, rubrics.size());
+  for (int i = 0; i < rubrics.size(); ++i) m.Write(QString("Captions(%1)").arg(i), T::String, rubrics[i]);
+}
+
+void ReadRubrics(QObject* o, TQyRecordMedium& m) {
+  QStringList rubrics;
+  if (m.Kind() != TKind::Ini) {
+    for (const QVariant& v : m.ReadItems("Captions", T::String)) rubrics << v.toString();
+  } else {
+    const int n = m.Read("Rubrics.Count", T::Int32, 0).toInt();
+    for (int i = 0; i < n; ++i) rubrics << m.Read(QString("Captions(%1)").arg(i), T::String, QString()).toString();
+  }
+  if (!Axis(o)->GetDataSource()) Axis(o)->SetRubrics(rubrics);
+}
+
+QVariant RubricsFromDatabase(const QObject* o) {
+  return Axis(o)->GetDataSource() != nullptr && !Axis(o)->GetRubricsField().isEmpty();
+}
+
+TQyRecordEntry Props(const QString& key, T type, const char* property) {
+  return QyField(key, type, property).At("Properties");
+}
+
+void SetTop(QWidget* w, int v) { w->move(w->x(), v); }
+void SetLeft(QWidget* w, int v) { w->move(v, w->y()); }
+void SetWidth(QWidget* w, int v) { w->resize(v, w->height()); }
+void SetHeight(QWidget* w, int v) { w->resize(w->width(), v); }
+} // namespace
+
+TQyRecordTable TQyAxisRecord::Table() {
+  return {
+    QyField("Name", T::Name, "objectName").Only(QyMedia::Stream | QyMedia::Node),
+    Props("Visible", T::Bool, "Visible"),
+    Props("Hint", T::String, "toolTip"),
+    // Hints show whenever there is a text: the two switches are written for other readers.
+    QyField("ParentShowHint", T::Bool, [](const QObject*) { return QVariant(true); }).At("Properties"),
+    QyField("ShowHint", T::Bool, [](const QObject* o) { return QVariant(!Axis(o)->toolTip().isEmpty()); })
+        .At("Properties"),
+    Props("Position", T::Enum, "Position"),
+    Geometry("Top", &QWidget::y, SetTop),
+    Geometry("Left", &QWidget::x, SetLeft),
+    Props("AutoSize", T::Bool, "AutoSize"),
+    Geometry("Width", &QWidget::width, SetWidth),
+    Geometry("Height", &QWidget::height, SetHeight),
+    Props("AxisThicknes", T::Single, "AxisThicknes"),
+    Props("MajorTickThicknes", T::Single, "MajorTickThicknes"),
+    Props("TickThicknes", T::Single, "TickThicknes"),
+    Props("MajorTickLength", T::Single, "MajorTickLength"),
+    Props("TickLength", T::Single, "TickLength"),
+    Props("AxisColor", T::Color, "ForeColor"),
+    Props("MajorTickColor", T::Color, "MajorTickColor"),
+    Props("TickColor", T::Color, "TickColor"),
+    QyField("Text", T::String, "Caption").At("Caption").Ini("Caption.Text"),
+    Grouped("Caption/Properties", "Caption", "Visible", T::Bool, "CaptionVisible"),
+    Grouped("Caption/Properties", "Caption", "HorizontalOnVerticalAxis", T::Bool, "CaptionHorizontalOnVerticalAxis"),
+    Grouped("Caption/Properties", "Caption", "Alignment", T::Enum, "CaptionAlignment"),
+    Grouped("Caption/Properties", "Caption", "Color", T::Color, "CaptionColor"),
+    Grouped("Caption/Properties", "Caption", "DistanceBefore", T::Single, "CaptionDistanceBefore"),
+    Grouped("Caption/Properties", "Caption", "DistanceAfter", T::Single, "CaptionDistanceAfter"),
+    Grouped("Caption", "Caption", "Font", T::Object, "CaptionFont"),
+    Grouped("Scaling", "Scaling", "Type", T::Enum, "Scaling"),
+    Grouped("Scaling", "Scaling", "LogToNormalScalingLevel", T::Double, "LogToNormalScalingLevel"),
+    Grouped("Scaling", "Scaling", "TicksPointToData", T::Bool, "TicksPointToData"),
+    Grouped("Scaling", "Scaling", "Twisted", T::Bool, "Twisted"),
+    QyField("NumbersVisible", T::Bool, "NumbersVisible").At("Scaling").Ini("Numbers.Visible"),
+    QyField("NumbersColor", T::Color, "NumbersColor").At("Scaling").Ini("Numbers.Color"),
+    Grouped("Scaling", "Scaling", "RubricsAngle", T::Single, "RubricsAngle"),
+    QyField("MovingSlitWidth", T::Double, "MovingSlitWidth").At("Scaling").Ini("MovingSlit.Width"),
+    QyField("MovingSlitIncrement", T::Double, "MovingSlitIncrement").At("Scaling").Ini("MovingSlit.Increment"),
+    Grouped("Scaling", "Scaling", "ExtraDigits", T::Int32, "ExtraDigits"),
+    Grouped("Scaling", "Scaling", "MaxForExtraExponent", T::Double, "MaxForExtraExponent"),
+    Grouped("Scaling", "Scaling", "MinForExtraExponent", T::Double, "MinForExtraExponent"),
+    Grouped("TickParts", "TickParts", "Auto", T::Bool, "AutoTickParts"),
+    Grouped("TickParts", "TickParts", "Label", T::Double, "LabelPart"),
+    Grouped("TickParts", "TickParts", "Major", T::Double, "MajorTickPart"),
+    Grouped("TickParts", "TickParts", "Minor", T::Double, "TickPart"),
+    QyField("Font", T::Object, "Font").At("TickParts").Ini("Font"),
+    Grouped("Ends", "Ends", "Start", T::Double, "Start"),
+    Grouped("Ends", "Ends", "Stop", T::Double, "Stop"),
+    Grouped("Ends", "Ends", "Rounding", T::Enum, "EndRounding"),
+    Grouped("Ends", "Ends", "StartEnd", T::Enum, "StartEnd"),
+    Grouped("Ends", "Ends", "StopEnd", T::Enum, "StopEnd"),
+    QyField("FromDatabase", T::Bool, RubricsFromDatabase).Only(QyMedia::Stream | QyMedia::Ini).Ini("Rubrics.FromDatabase"),
+    Grouped("Rubrics/Database", "Rubrics", "DataSource", T::Reference, "DataSource"),
+    Grouped("Rubrics/Database", "Rubrics", "RubricsField", T::String, "RubricsField"),
+    QyCustomField("Captions", WriteRubrics, ReadRubrics).At("Rubrics"),
+    TimeFormat("ShortMonth", &TQyAxisTimeFormats::ShortMonth),
+    TimeFormat("LongMonth", &TQyAxisTimeFormats::LongMonth),
+    TimeFormat("Day", &TQyAxisTimeFormats::Day),
+    TimeFormat("DayAndHour", &TQyAxisTimeFormats::DayAndHour),
+    TimeFormat("Minute", &TQyAxisTimeFormats::Minute),
+    TimeFormat("Second", &TQyAxisTimeFormats::Second),
+    TimeFormat("MilliSecond", &TQyAxisTimeFormats::MilliSecond),
+    QyField("IsSlave", T::Bool, "IsSlaveAxis").At("SlaveAxis").Ini("Slave.IsSlave"),
+    QyField("MasterAxis", T::Reference, "MasterAxis").At("SlaveAxis").Ini("Slave.MasterAxis"),
+    QyField("Offset", T::Double, "SlaveOffset").At("SlaveAxis").Ini("Slave.Offset"),
+    QyField("Slope", T::Double, "SlaveSlope").At("SlaveAxis").Ini("Slave.Slope"),
+    QyField("Arrow", T::Inline, "ArrowPoint"),
+    Grouped("Distance", "Distance", "ValuesAxis", T::Single, "DistanceValuesAxis"),
+    Grouped("Distance", "Distance", "AxisLabels", T::Single, "DistanceAxisLabels"),
+    Grouped("Distance", "Distance", "AxisExtraExponent", T::Single, "DistanceAxisExtraExponent"),
+    QyCustomField("Zoom", TQyAxisRecord::WriteZoom, TQyAxisRecord::ReadZoom).At("Zoom"),
+    Grouped("TickParts", "TickParts", "LabelDistanceFactor", T::Single, "LabelDistanceFactor").InBlock(1),
+    TQyAxisRecord::Partition("LabelParts", 0, &TQyAxis::FLabelPartitions),
+    TQyAxisRecord::Partition("LabelParts", 1, &TQyAxis::FLabelPartitions),
+    TQyAxisRecord::Partition("LabelParts", 2, &TQyAxis::FLabelPartitions),
+    TQyAxisRecord::Partition("MajorParts", 0, &TQyAxis::FMajorPartitions),
+    TQyAxisRecord::Partition("MajorParts", 1, &TQyAxis::FMajorPartitions),
+    TQyAxisRecord::Partition("MajorParts", 2, &TQyAxis::FMajorPartitions),
+    TQyAxisRecord::Partition("MinorParts", 0, &TQyAxis::FMinorPartitions),
+    TQyAxisRecord::Partition("MinorParts", 1, &TQyAxis::FMinorPartitions),
+    TQyAxisRecord::Partition("MinorParts", 2, &TQyAxis::FMinorPartitions),
+    Grouped("TickParts", "TickParts", "MajorGridMode", T::Enum, "MajorGridMode").InBlock(2),
+    TQyAxisRecord::DataEnd("ValuesStart", &TQyAxis::FDataMin),
+    TQyAxisRecord::DataEnd("ValuesStop", &TQyAxis::FDataMax),
+    Grouped("Ends", "Ends", "StartPadding", T::Double, "StartPadding").InBlock(4),
+    Grouped("Ends", "Ends", "StopPadding", T::Double, "StopPadding").InBlock(4),
+  };
+}
+
+static const TQyRecordRegistration AxisRecord(TQyAxis::staticMetaObject, TQyAxisRecord::Table());

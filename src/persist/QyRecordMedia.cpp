@@ -1,0 +1,372 @@
+#include "QyRecordMedia.h"
+#include "QyExceptions.h"
+#include "QyIO.h"
+#include "QyLocalize.h"
+#include "QyStringFunctions.h"
+#include "QyXml.h"
+#include <QMetaProperty>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using TKind = TQyRecordMedium::TKind;
+
+quint8 MaskOf(TKind kind) {
+  return kind == TKind::Stream ? QyMedia::Stream : kind == TKind::Node ? QyMedia::Node : QyMedia::Ini;
+}
+
+QString KeyFor(const TQyRecordEntry& e, TKind kind) {
+  return kind == TKind::Ini && !e.IniKey.isEmpty() ? e.IniKey : e.Key;
+}
+
+qint32 RoundedInt(const QVariant& v) { return qint32(std::nearbyint(v.toDouble())); } // half to even
+
+bool IsText(TQyFieldType t) {
+  return t == TQyFieldType::String || t == TQyFieldType::Name || t == TQyFieldType::Reference;
+}
+bool IsFloat(TQyFieldType t) { return t == TQyFieldType::Single || t == TQyFieldType::Double; }
+
+// The text form of a value in XML and INI: floats with a point, colours by name or "$AARRGGBB",
+// booleans, enumerations and integers as integers.
+QString ToText(TQyFieldType type, const QVariant& v) {
+  if (IsText(type)) return v.toString();
+  if (IsFloat(type)) return DoubleToStr(v.toDouble());
+  if (type == TQyFieldType::Color) return ARGBToString(v.toUInt());
+  if (type == TQyFieldType::Bool) return QString::number(v.toBool() ? 1 : 0);
+  return QString::number(type == TQyFieldType::Int32 ? RoundedInt(v) : v.toLongLong());
+}
+
+// The 15-digit text of a double near the largest one may round beyond it
+// ("1.79769313486232E308"): such a text reads as the largest double of its sign.
+double FloatFromText(const QString& text) {
+  try {
+    return DoubleFromStr(text);
+  } catch (const EConvertError&) {
+    QString lower = text.trimmed().toUpper();
+    if (!lower.endsWith(QLatin1String("E308"))) throw;
+    lower.chop(1);
+    const double tenth = DoubleFromStr(lower + '7');
+    if (std::fabs(tenth) < 1.7e307) throw;
+    return std::copysign(std::numeric_limits<double>::max(), tenth);
+  }
+}
+
+QVariant FromText(TQyFieldType type, const QString& text) {
+  if (IsText(type)) return text;
+  if (IsFloat(type)) return FloatFromText(text);
+  if (type == TQyFieldType::Color) return QVariant(uint(ColorToARGB(text)));
+  if (type == TQyFieldType::Bool) {
+    const QString t = text.trimmed();
+    return t.compare("true", Qt::CaseInsensitive) == 0 || t.toLongLong() != 0;
+  }
+  return text.trimmed().toLongLong();
+}
+
+QObject* Nested(const QObject* o, const TQyRecordEntry& e) { return QyGetField(o, e).value<QObject*>(); }
+
+void WriteEntry(const QObject* o, const TQyRecordEntry& e, TQyDocumentMedium& m) {
+  const QString key = KeyFor(e, m.Kind());
+  switch (e.Type) {
+  case TQyFieldType::Object:
+  case TQyFieldType::Inline:
+    if (QObject* nested = Nested(o, e); nested && m.EnterObject(key)) {
+      QyWriteRecord(nested, m, e.Type == TQyFieldType::Inline && m.Kind() == TKind::Stream);
+      m.Leave();
+    }
+    return;
+  case TQyFieldType::Custom:
+    return e.WriteCustom(o, m);
+  case TQyFieldType::Name:
+    return m.Write(key, e.Type, m.Kind() == TKind::Stream ? GetComponentRef(o) : o->objectName());
+  case TQyFieldType::Reference:
+    return m.Write(key, e.Type, GetComponentRef(Nested(o, e)));
+  default:
+    return m.Write(key, e.Type, QyGetField(o, e));
+  }
+}
+
+// A reference: bound after the document; an empty one sets none, a dangling one nothing.
+void ReadReference(QObject* o, const TQyRecordEntry& e, const QString& ref, TQyDocumentMedium& m) {
+  m.Defer(o, [o, &e, ref] {
+    QObject* target = ref.isEmpty() ? nullptr : GetComponentFromRef(ref);
+    if ((target || ref.isEmpty()) && Nested(o, e) != target) QySetField(o, e, QVariant::fromValue(target));
+  });
+}
+
+void ReadEntry(QObject* o, const TQyRecordEntry& e, TQyDocumentMedium& m) {
+  const QString key = KeyFor(e, m.Kind());
+  switch (e.Type) {
+  case TQyFieldType::Object:
+  case TQyFieldType::Inline:
+    if (QObject* nested = Nested(o, e); nested && m.EnterObject(key)) {
+      QyReadRecord(nested, m, e.Type == TQyFieldType::Inline && m.Kind() == TKind::Stream);
+      m.Leave();
+    }
+    return;
+  case TQyFieldType::Custom:
+    return e.ReadCustom(o, m);
+  default:
+    break;
+  }
+  const QVariant v = m.Read(key, e.Type, e.Default);
+  if (!v.isValid()) return; // not in the document: the present value stays
+  if (e.Type == TQyFieldType::Name) {
+    if (m.TakeName) o->setObjectName(ComponentName(v.toString()));
+  } else if (e.Type == TQyFieldType::Reference) {
+    if (QyFieldSettable(e)) ReadReference(o, e, v.toString(), m);
+  } else if (!QyFieldSettable(e)) {
+    // written for other readers only
+  } else if (e.Late) {
+    m.Defer(o, [o, &e, v] { QySetField(o, e, v); });
+  } else {
+    QySetField(o, e, v);
+  }
+}
+
+template <class Visit>
+void Walk(const QObject* o, TQyDocumentMedium& m, bool firstBlock, Visit&& visit) {
+  const quint8 mask = MaskOf(m.Kind());
+  int block = 0;
+  for (const TQyRecordEntry* e : QyRecordOf(o->metaObject())) {
+    if (!(e->Media & mask) || (firstBlock && e->Block > 0)) continue;
+    for (; block < e->Block; ++block)
+      if (!visit.Block()) return;
+    if (e->Element.isEmpty() || m.Kind() == TKind::Ini) {
+      visit.Entry(*e);
+    } else if (m.EnterElement(e->Element)) {
+      visit.Entry(*e);
+      m.Leave();
+    }
+  }
+  if (!firstBlock) visit.End();
+}
+
+} // namespace
+
+// ---- the walk
+
+void QyWriteRecord(const QObject* object, TQyDocumentMedium& medium, bool firstBlock) {
+  struct {
+    const QObject* o;
+    TQyDocumentMedium& m;
+    bool Block() { m.WriteBlockFlag(true); return true; }
+    void Entry(const TQyRecordEntry& e) { WriteEntry(o, e, m); }
+    void End() { m.WriteBlockFlag(false); }
+  } visit{object, medium};
+  Walk(object, medium, firstBlock, visit);
+}
+
+void QyReadRecord(QObject* object, TQyDocumentMedium& medium, bool firstBlock) {
+  struct {
+    QObject* o;
+    TQyDocumentMedium& m;
+    bool Block() { return m.ReadBlockFlag(); }
+    void Entry(const TQyRecordEntry& e) { ReadEntry(o, e, m); }
+    // A further block this reader does not know cannot be skipped.
+    void End() {
+      if (m.Kind() == TKind::Stream && m.ReadBlockFlag()) throw EReadError(QyText(QyRes::StreamReadError));
+    }
+  } visit{object, medium};
+  Walk(object, medium, firstBlock, visit);
+}
+
+// ---- shared by the media
+
+void TQyDocumentMedium::WriteObject(const QString& key, const QObject* object) {
+  if (!EnterObject(key)) return;
+  QyWriteRecord(object, *this);
+  Leave();
+}
+
+void TQyDocumentMedium::ReadObject(const QString& key, QObject* object) {
+  if (!EnterObject(key)) return;
+  QyReadRecord(object, *this);
+  Leave();
+}
+
+void TQyDocumentMedium::Defer(QObject* target, std::function<void()> apply) {
+  FDeferred.emplace_back(target, std::move(apply));
+}
+
+void TQyDocumentMedium::Bind() {
+  auto deferred = std::move(FDeferred);
+  FDeferred.clear();
+  for (auto& [target, apply] : deferred)
+    if (target) apply();
+}
+
+// ---- binary stream
+
+void TQyStreamMedium::Write(const QString&, TQyFieldType type, const QVariant& v) {
+  TQyByteWriter w(FDevice);
+  switch (type) {
+  case TQyFieldType::Bool: return w.WriteBool(v.toBool());
+  case TQyFieldType::Enum: return w.WriteUInt8(quint8(v.toLongLong()));
+  case TQyFieldType::Int32: return w.WriteInt32(RoundedInt(v));
+  case TQyFieldType::Color: return w.WriteUInt32(v.toUInt());
+  case TQyFieldType::Single: return w.WriteSingle(v.toFloat());
+  case TQyFieldType::Double: return w.WriteDouble(v.toDouble());
+  default: return StringToStream(FDevice, v.toString());
+  }
+}
+
+QVariant TQyStreamMedium::Read(const QString&, TQyFieldType type, const QVariant&) {
+  TQyByteReader r(FDevice);
+  switch (type) {
+  case TQyFieldType::Bool: return r.ReadBool();
+  case TQyFieldType::Enum: return qlonglong(r.ReadUInt8());
+  case TQyFieldType::Int32: return r.ReadInt32();
+  case TQyFieldType::Color: return uint(r.ReadUInt32());
+  case TQyFieldType::Single: return r.ReadSingle();
+  case TQyFieldType::Double: return r.ReadDouble();
+  default: return StringFromStream(FDevice);
+  }
+}
+
+void TQyStreamMedium::WriteItems(const QString& key, TQyFieldType type, const QVariantList& items) {
+  TQyByteWriter(FDevice).WriteInt32(qint32(items.size()));
+  for (const QVariant& v : items) Write(key, type, v);
+}
+
+QVariantList TQyStreamMedium::ReadItems(const QString& key, TQyFieldType type) {
+  const qint32 n = TQyByteReader(FDevice).ReadInt32();
+  QVariantList items;
+  for (qint32 i = 0; i < n; ++i) items << Read(key, type, {}); // a short stream raises first
+  return items;
+}
+
+void TQyStreamMedium::WriteBlockFlag(bool more) { TQyByteWriter(FDevice).WriteBool(more); }
+bool TQyStreamMedium::ReadBlockFlag() { return TQyByteReader(FDevice).ReadUInt8() == 1; }
+
+// ---- XML element
+
+QDomElement TQyNodeMedium::Child(const QString& name, bool fresh) {
+  QDomElement& parent = FStack.back();
+  if (!Writing()) return ChildElement(parent, name);
+  QDomElement child = fresh ? QDomElement() : ChildElement(parent, name);
+  return child.isNull() ? AddChildElement(parent, name) : child;
+}
+
+bool TQyNodeMedium::EnterElement(const QString& path) {
+  QDomElement e = FStack.back();
+  for (const QString& name : path.split('/')) {
+    FStack.push_back(e);
+    e = Child(name, false);
+    FStack.pop_back();
+    if (e.isNull()) return false;
+  }
+  FStack.push_back(e);
+  return true;
+}
+
+bool TQyNodeMedium::EnterObject(const QString& key) {
+  QDomElement e = Child(key, true);
+  if (e.isNull()) return false;
+  FStack.push_back(e);
+  return true;
+}
+
+void TQyNodeMedium::Write(const QString& key, TQyFieldType type, const QVariant& v) {
+  FStack.back().setAttribute(key, ToText(type, v));
+}
+
+QVariant TQyNodeMedium::Read(const QString& key, TQyFieldType type, const QVariant& def) {
+  const QDomElement& e = FStack.back();
+  return e.hasAttribute(key) ? FromText(type, e.attribute(key)) : def;
+}
+
+void TQyNodeMedium::WriteItems(const QString& key, TQyFieldType type, const QVariantList& items) {
+  QDomElement list = Child(key, true);
+  list.setAttribute("Count", QString::number(items.size()));
+  for (const QVariant& v : items)
+    AddChildElement(list, "Item").appendChild(list.ownerDocument().createTextNode(ToText(type, v)));
+}
+
+QVariantList TQyNodeMedium::ReadItems(const QString& key, TQyFieldType type) {
+  QVariantList items;
+  const QDomElement list = Child(key, false);
+  for (QDomElement i = list.firstChildElement("Item"); !i.isNull(); i = i.nextSiblingElement("Item"))
+    items << FromText(type, i.text());
+  return items;
+}
+
+// ---- INI section: keys under the prefix of the object, nested objects extend it
+
+QString TQyIniMedium::KeyOf(const QString& key) const {
+  const QString& prefix = FPrefixes.back();
+  return prefix.isEmpty() ? key : key.isEmpty() ? prefix : prefix + '.' + key;
+}
+
+bool TQyIniMedium::EnterElement(const QString&) {
+  FPrefixes.push_back(FPrefixes.back());
+  return true;
+}
+
+bool TQyIniMedium::EnterObject(const QString& key) {
+  FPrefixes.push_back(KeyOf(key));
+  return true;
+}
+
+void TQyIniMedium::Write(const QString& key, TQyFieldType type, const QVariant& v) {
+  const QString text = ToText(type, v);
+  FIni->WriteString(FSection, KeyOf(key), IsText(type) ? EncodeForIni(text) : text);
+}
+
+QVariant TQyIniMedium::Read(const QString& key, TQyFieldType type, const QVariant& def) {
+  if (!FIni->ValueExists(FSection, KeyOf(key))) return def;
+  const QString text = FIni->ReadString(FSection, KeyOf(key), {});
+  return IsText(type) ? QVariant(DecodeFomIni(text)) : FromText(type, text);
+}
+
+void TQyIniMedium::WriteItems(const QString& key, TQyFieldType type, const QVariantList& items) {
+  QStringList texts;
+  for (const QVariant& v : items) texts << ToText(type, v);
+  FIni->WriteString(FSection, KeyOf(key), texts.join(','));
+}
+
+QVariantList TQyIniMedium::ReadItems(const QString& key, TQyFieldType type) {
+  QVariantList items;
+  for (const QString& t : FIni->ReadString(FSection, KeyOf(key), {}).split(',', Qt::SkipEmptyParts))
+    items << FromText(type, t);
+  return items;
+}
+
+// ---- whole documents
+
+void QyWriteToStream(const QObject* object, QIODevice* stream) {
+  TQyStreamMedium m(stream, true);
+  QyWriteRecord(object, m);
+}
+
+void QyReadFromStream(QObject* object, QIODevice* stream, bool takeName) {
+  TQyStreamMedium m(stream, false);
+  m.TakeName = takeName;
+  QyReadRecord(object, m);
+  m.Bind();
+}
+
+void QyWriteToNode(const QObject* object, QDomElement& element) {
+  TQyNodeMedium m(element, true);
+  QyWriteRecord(object, m);
+}
+
+void QyReadFromNode(QObject* object, const QDomElement& element, bool takeName) {
+  TQyNodeMedium m(element, false);
+  m.TakeName = takeName;
+  QyReadRecord(object, m);
+  m.Bind();
+}
+
+void QyWriteToIni(const QObject* object, TQyIniFile& ini, const QString& section, const QString& prefix) {
+  TQyIniMedium m(ini, section, prefix);
+  QyWriteRecord(object, m);
+}
+
+void QyReadFromIni(QObject* object, const TQyIniFile& ini, const QString& section,
+                   const QString& prefix, bool takeName) {
+  TQyIniMedium m(ini, section, prefix);
+  m.TakeName = takeName;
+  QyReadRecord(object, m);
+  m.Bind();
+}

@@ -1,0 +1,129 @@
+#pragma once
+// The three document media over the record tables of QyRecordSchema: a binary stream (through
+// the little-endian byte writer and reader), an XML element and an INI section. One walk over the
+// table writes or reads a record in any of them; the media differ only in how one value, one
+// nested object and one chained block are kept.
+//
+// Reading binds references at the end: a reference names a component that may be read later in
+// the same document, so its text waits until every object exists (GetComponentFromRef). An empty
+// reference sets none; a dangling one leaves the field as it is.
+#include "QyIniFile.h"
+#include "QyRecordSchema.h"
+#include <QDomElement>
+#include <QIODevice>
+#include <QPointer>
+#include <functional>
+#include <vector>
+
+class TQyDocumentMedium : public TQyRecordMedium {
+public:
+  explicit TQyDocumentMedium(bool writing) : FWriting(writing) {}
+  bool Writing() const { return FWriting; }
+  // The object takes the name written in the document.
+  bool TakeName = false;
+
+  void WriteObject(const QString& key, const QObject* object) override;
+  void ReadObject(const QString& key, QObject* object) override;
+
+  // Into an XML child element path (others: nothing) or a nested object's element or prefix;
+  // false when reading and the document lacks it. Each true is paired with Leave().
+  virtual bool EnterElement(const QString& path) = 0;
+  virtual bool EnterObject(const QString& key) = 0;
+  virtual void Leave() = 0;
+  // The chained blocks of a stream record: flag 1 before a further block, 0 at the end. Reading:
+  // false when the record ended early (the remaining entries keep their values).
+  virtual void WriteBlockFlag(bool more) { (void)more; }
+  virtual bool ReadBlockFlag() { return true; }
+
+  // Runs `apply` after the whole document is read, if `target` still lives.
+  void Defer(QObject* target, std::function<void()> apply);
+  // Binds the references and late values, in the order they were read.
+  void Bind();
+
+private:
+  bool FWriting;
+  std::vector<std::pair<QPointer<QObject>, std::function<void()>>> FDeferred;
+};
+
+class TQyStreamMedium : public TQyDocumentMedium {
+public:
+  TQyStreamMedium(QIODevice* device, bool writing) : TQyDocumentMedium(writing), FDevice(device) {}
+  TKind Kind() const override { return TKind::Stream; }
+  void Write(const QString& key, TQyFieldType type, const QVariant& value) override;
+  QVariant Read(const QString& key, TQyFieldType type, const QVariant& def) override;
+  void WriteItems(const QString& key, TQyFieldType type, const QVariantList& items) override;
+  QVariantList ReadItems(const QString& key, TQyFieldType type) override;
+  bool EnterElement(const QString&) override { return true; }
+  bool EnterObject(const QString&) override { return true; }
+  void Leave() override {}
+  void WriteBlockFlag(bool more) override;
+  bool ReadBlockFlag() override;
+
+private:
+  QIODevice* FDevice;
+};
+
+class TQyNodeMedium : public TQyDocumentMedium {
+public:
+  TQyNodeMedium(const QDomElement& element, bool writing) : TQyDocumentMedium(writing), FStack{element} {}
+  TKind Kind() const override { return TKind::Node; }
+  void Write(const QString& key, TQyFieldType type, const QVariant& value) override;
+  QVariant Read(const QString& key, TQyFieldType type, const QVariant& def) override;
+  void WriteItems(const QString& key, TQyFieldType type, const QVariantList& items) override;
+  QVariantList ReadItems(const QString& key, TQyFieldType type) override;
+  bool EnterElement(const QString& path) override;
+  bool EnterObject(const QString& key) override;
+  void Leave() override { FStack.pop_back(); }
+
+private:
+  QDomElement Child(const QString& name, bool fresh);
+  std::vector<QDomElement> FStack;
+};
+
+class TQyIniMedium : public TQyDocumentMedium {
+public:
+  TQyIniMedium(TQyIniFile& ini, const QString& section, const QString& prefix)
+      : TQyDocumentMedium(true), FIni(&ini), FSection(section), FPrefixes{prefix} {}
+  TQyIniMedium(const TQyIniFile& ini, const QString& section, const QString& prefix)
+      : TQyDocumentMedium(false), FIni(const_cast<TQyIniFile*>(&ini)), FSection(section),
+        FPrefixes{prefix} {} // never written through
+  TKind Kind() const override { return TKind::Ini; }
+  void Write(const QString& key, TQyFieldType type, const QVariant& value) override;
+  QVariant Read(const QString& key, TQyFieldType type, const QVariant& def) override;
+  void WriteItems(const QString& key, TQyFieldType type, const QVariantList& items) override;
+  QVariantList ReadItems(const QString& key, TQyFieldType type) override;
+  bool EnterElement(const QString&) override;
+  bool EnterObject(const QString& key) override;
+  void Leave() override { FPrefixes.pop_back(); }
+
+private:
+  QString KeyOf(const QString& key) const;
+  TQyIniFile* FIni;
+  QString FSection;
+  std::vector<QString> FPrefixes;
+};
+
+// The walk over an object's record (its class's table and its bases'). `firstBlock`: only the
+// entries of block 0 and no flags (a record spliced into another in a stream).
+void QyWriteRecord(const QObject* object, TQyDocumentMedium& medium, bool firstBlock = false);
+void QyReadRecord(QObject* object, TQyDocumentMedium& medium, bool firstBlock = false);
+
+// Whole documents of one object; the readers bind references before they return.
+void QyWriteToStream(const QObject* object, QIODevice* stream);
+void QyReadFromStream(QObject* object, QIODevice* stream, bool takeName = false);
+void QyWriteToNode(const QObject* object, QDomElement& element);
+void QyReadFromNode(QObject* object, const QDomElement& element, bool takeName = false);
+void QyWriteToIni(const QObject* object, TQyIniFile& ini, const QString& section, const QString& prefix = {});
+void QyReadFromIni(QObject* object, const TQyIniFile& ini, const QString& section,
+                   const QString& prefix = {}, bool takeName = false);
+
+// Defines the members that QY_DOCUMENT_MEMBERS declares, over the functions above.
+#define QY_DOCUMENT_MEMBERS_IMPL(T)                                                                \
+  void T::WriteTo(QIODevice* stream) const { QyWriteToStream(this, stream); }                      \
+  void T::ReadFrom(QIODevice* stream, bool takeName) { QyReadFromStream(this, stream, takeName); } \
+  void T::WriteTo(QDomElement& node) const { QyWriteToNode(this, node); }                          \
+  void T::ReadFrom(const QDomElement& node, bool takeName) { QyReadFromNode(this, node, takeName); } \
+  void T::WriteTo(TQyIniFile& ini, const QString& section) const { QyWriteToIni(this, ini, section); } \
+  void T::ReadFrom(const TQyIniFile& ini, const QString& section, bool takeName) {                 \
+    QyReadFromIni(this, ini, section, {}, takeName);                                               \
+  }
