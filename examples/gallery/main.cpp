@@ -21,7 +21,8 @@ bool HasDisplay() {
   return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
-// The same page as vector graphics: the widgets paint through the very same path.
+// The same page as vector graphics: the widgets paint through the very same path, and graphs lay
+// themselves out for the device they are rendered to.
 void RenderVector(QWidget& w, const QString& base) {
   QSvgGenerator svg;
   svg.setFileName(base + ".svg");
@@ -31,10 +32,12 @@ void RenderVector(QWidget& w, const QString& base) {
     QPainter p(&svg);
     w.render(&p);
   }
+  // One unit of the page is one pixel of the screen, so the page shows what the PNG shows.
   QPdfWriter pdf(base + ".pdf");
-  pdf.setPageSize(QPageSize(QSizeF(w.width(), w.height()), QPageSize::Point));
+  const qreal inch = w.logicalDpiX();
+  pdf.setResolution(int(inch));
+  pdf.setPageSize(QPageSize(QSizeF(w.width() * 72 / inch, w.height() * 72 / inch), QPageSize::Point));
   pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
-  pdf.setResolution(72);
   QPainter p(&pdf);
   w.render(&p);
 }

@@ -3,6 +3,7 @@
 #include "QyAxis.h"
 #include "QyGraph2D.h"
 #include "QyMath.h"
+#include "QyMeasure.h"
 #include "QyRounding.h"
 #include "QyTextFormat.h"
 #include <cmath>
@@ -16,15 +17,18 @@ constexpr int MaxPartSearch = 60;
 // client extent, which the layout gives the control anyway; reading it from the graph keeps the
 // first layout of a new axis from fitting labels into the control's initial size.
 int TQyAxis::LabelExtent() const {
-  const QWidget* room = Graph() ? static_cast<const QWidget*>(Graph()) : this;
-  return GetHorizontal() ? room->width() : room->height();
+  const QSize room = Graph() ? Graph()->LayoutSize() : size();
+  return GetHorizontal() ? room.width() : room.height();
 }
 
-// Estimated extent of a label along the axis, before any layout: no canvas needed.
+// Estimated extent of a label along the axis, before any layout: no canvas needed. The factors
+// are for a screen's 96 dots per inch; output of another resolution scales them.
 float TQyAxis::ApproxLen(double value, QString text) const {
   if (OnGetScaleLabel) OnGetScaleLabel(const_cast<TQyAxis*>(this), value, text);
-  const float a = float(text.size()) * FFontSize * 1.6f;
-  const float b = FFontSize * 2.5f;
+  const QPaintDevice* device = QyMeasureDevice();
+  const float size = FFontSize * (device ? device->logicalDpiY() / 96.0f : 1.0f);
+  const float a = float(text.size()) * size * 1.6f;
+  const float b = size * 2.5f;
   return GetHorizontal() ? a * FCosAngle + b * FSinAngle : a * FSinAngle + b * FCosAngle;
 }
 

@@ -6,6 +6,7 @@
 #include "QyVectors.h"
 #include <QGuiApplication>
 #include <QPainter>
+#include <QChildEvent>
 #include <QResizeEvent>
 
 // ---- TQyCustomGraph ---------------------------------------------------------------------------
@@ -272,29 +273,50 @@ QList<IQyGraphPart*> TQyGraph2D::Parts() const {
   return out;
 }
 
+void TQyGraph2D::childEvent(QChildEvent* e) {
+  TQyCustomGraph::childEvent(e);
+  if (FDestroying || !e->child()->isWidgetType()) return;
+  if (e->added()) e->child()->installEventFilter(this);
+  if (e->added() || e->removed()) Modified();
+}
+
+bool TQyGraph2D::eventFilter(QObject* watched, QEvent* e) {
+  const bool shown = e->type() == QEvent::Show || e->type() == QEvent::Hide;
+  if (shown && !FDestroying && !LayoutInProgress && watched->parent() == this && qobject_cast<IQyGraphPart*>(watched))
+    Modified();
+  return TQyCustomGraph::eventFilter(watched, e);
+}
+
 void TQyGraph2D::RegisterPart(QObject* part) {
   if (!part || FRegisteredParts.contains(part)) return;
   QyEnsureInit(part);
   FRegisteredParts.append(part);
   if (auto* p = qobject_cast<IQyGraphPart*>(part)) p->SetUndoStack(UndoRecorder());
-  update();
+  Modified();
 }
 
 void TQyGraph2D::UnregisterPart(QObject* part) {
   FRegisteredParts.removeAll(part);
   FRegisteredParts.removeAll(nullptr);
-  if (!FDestroying) update();
+  if (!FDestroying) Modified();
+}
+
+// A part takes part when it says so and, as a widget, was not hidden.
+bool TQyGraph2D::PartShown(IQyGraphPart* part) const {
+  auto* widget = dynamic_cast<QWidget*>(part);
+  if (widget && widget->isHidden() && widget->testAttribute(Qt::WA_WState_ExplicitShowHide)) return false;
+  return part->PartVisible();
 }
 
 void TQyGraph2D::TakePartMargins(TQyLayoutMargins& margins) {
-  const QSizeF client = size();
+  const QSizeF client = LayoutSize();
   for (IQyGraphPart* part : Parts())
-    if (part->PartVisible()) part->TakeMargins(margins, client);
+    if (PartShown(part)) part->TakeMargins(margins, client);
 }
 
 void TQyGraph2D::PlacePartsInLayout() {
   for (IQyGraphPart* part : Parts())
-    if (part->PartVisible()) part->PlaceInLayout(FDataArea);
+    if (PartShown(part)) part->PlaceInLayout(FDataArea);
 }
 
 void TQyGraph2D::RegisterSeries(TQySeries* series) {

@@ -147,9 +147,9 @@ public:
   void SetDataClip(QPainter* graphics);
   // ---- output to other devices (QyGraphRender.cpp)
   // The one routine of every output: paints the graph onto `painter` as a picture of `size`
-  // (in the painter's units), laid out for that size and with text measured for the painter's
-  // device and scale. The control itself is left exactly as it was. `printing` draws ticks at
-  // fractional positions (vector and print output).
+  // (in the painter's units), laid out for that size with text measured for the painter's device
+  // (a painter resolves fonts for its device's resolution, whatever its transformation). The
+  // control itself is left exactly as it was. `printing` draws ticks at fractional positions.
   void PaintTo(QPainter* painter, QSize size, bool printing = false);
   // An image of the control's size (or `size`).
   QImage RenderToImage(QSize size = QSize(), bool antialiased = true);
@@ -194,8 +194,13 @@ public:
 
 protected:
   void paintEvent(QPaintEvent* e) override;
+  // Child widgets that come, go, show or hide change the layout (a part takes room).
+  void childEvent(QChildEvent* e) override;
+  bool eventFilter(QObject* watched, QEvent* e) override;
 
 private:
+  void RedoLayout();
+  bool PartShown(IQyGraphPart* part) const;
   void PaintPass(QPainter* g, TQyPaintPass pass);
   void PaintOwnShare(QPainter* g, TQyPaintPass pass);
   void PaintPart(QPainter* g, IQyGraphPart* part, TQyPaintPass pass);

@@ -59,7 +59,7 @@ void TQyGraph2D::PaintPass(QPainter* g, TQyPaintPass pass) {
   if (pass == TQyPaintPass::SeriesLines) SetHighQuality(g, true);
   PaintOwnShare(g, pass);
   for (IQyGraphPart* part : Parts())
-    if (QyPaintsIn(part->PaintPasses(), pass) && part->PartVisible()) PaintPart(g, part, pass);
+    if (QyPaintsIn(part->PaintPasses(), pass) && PartShown(part)) PaintPart(g, part, pass);
   if (clipped) g->setClipping(false);
   if (pass == TQyPaintPass::Axes) SetHighQuality(g, true);
 }

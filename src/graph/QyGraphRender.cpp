@@ -1,5 +1,6 @@
 // Output to devices other than the screen: images, SVG, PDF, printers. Every output goes through
 // PaintTo, which lays the graph out for the target and then puts the control back as it was.
+#include "QyAxis.h"
 #include "QyGraph2D.h"
 #include "QyMeasure.h"
 #include <QImage>
@@ -30,12 +31,6 @@ private:
   QList<QPair<QPointer<QWidget>, QRect>> FPlaces;
 };
 
-// The scale of the painter's units to the device's (1 on an image of the picture's size).
-qreal PainterScale(const QPainter* painter) {
-  const qreal s = std::sqrt(std::abs(painter->combinedTransform().determinant()));
-  return s > 0 && std::isfinite(s) ? s : 1.0;
-}
-
 QPaintDevice* TargetDevice(QPainter* painter) {
   QPaintEngine* engine = painter->paintEngine();
   return engine && engine->paintDevice() ? engine->paintDevice() : painter->device();
@@ -45,11 +40,11 @@ QPaintDevice* TargetDevice(QPainter* painter) {
 void TQyGraph2D::PaintTo(QPainter* painter, QSize size, bool printing) {
   if (!painter || !painter->isActive()) return;
   if (!size.isValid()) size = this->size();
-  // Text is measured in the picture's own units: the device's resolution over the painter's scale.
+  // Text is measured for the device's resolution: a painter resolves fonts for it, whatever its
+  // transformation, so the layout must see the same sizes.
   QPaintDevice* device = TargetDevice(painter);
-  const qreal scale = PainterScale(painter);
-  const qreal dpiX = (device ? device->logicalDpiX() : logicalDpiX()) / scale;
-  const qreal dpiY = (device ? device->logicalDpiY() : logicalDpiY()) / scale;
+  const qreal dpiX = device ? device->logicalDpiX() : logicalDpiX();
+  const qreal dpiY = device ? device->logicalDpiY() : logicalDpiY();
   const bool sameLayout = size == this->size() && std::abs(dpiY - logicalDpiY()) < 0.5 &&
                           std::abs(dpiX - logicalDpiX()) < 0.5;
   const bool wasPrinting = FPrinting, wasRendering = FRenderingToImage;
@@ -60,18 +55,25 @@ void TQyGraph2D::PaintTo(QPainter* painter, QSize size, bool printing) {
   } else {
     TQyLayoutState state(this);
     FLayoutSize = size;
-    Modified(); // lay out for the target
+    RedoLayout(); // for the target
     {
       TQyMeasureScope measure(dpiX, dpiY);
       PaintGr(painter);
     }
     FLayoutSize = QSize();
     state.Restore();
-    Modified(); // the next picture on screen lays out for the control again
+    RedoLayout(); // the next picture on screen lays out for the control again
     SeriesModified();
   }
   FPrinting = wasPrinting;
   FRenderingToImage = wasRendering;
+}
+
+// Labels of another size need other parts: every axis rounds its ends again from the range it
+// had before rounding, as after a resize.
+void TQyGraph2D::RedoLayout() {
+  for (TQyAxis* a : Axes()) a->CheckResize();
+  Modified();
 }
 
 QImage TQyGraph2D::RenderToImage(QSize size, bool antialiased) {
@@ -91,16 +93,6 @@ QImage TQyGraph2D::RenderToImage(QSize size, bool antialiased) {
   return image;
 }
 
-namespace {
-// A painter on a vector device of `dpi`, scaled so that one unit is one pixel of the screen.
-void PaintScaled(TQyGraph2D* graph, QPaintDevice* device, QSize size) {
-  QPainter p(device);
-  const qreal s = device->logicalDpiX() / qreal(graph->logicalDpiX());
-  p.scale(s, s);
-  graph->PaintTo(&p, size, true);
-}
-} // namespace
-
 void TQyGraph2D::RenderToSvg(QIODevice* out, QSize size) {
   if (!size.isValid()) size = this->size();
   QSvgGenerator svg;
@@ -108,26 +100,31 @@ void TQyGraph2D::RenderToSvg(QIODevice* out, QSize size) {
   svg.setResolution(logicalDpiX());
   svg.setSize(size);
   svg.setViewBox(QRect(QPoint(0, 0), size));
-  PaintScaled(this, &svg, size);
+  QPainter p(&svg);
+  PaintTo(&p, size, true);
 }
 
 void TQyGraph2D::RenderToPdf(QIODevice* out, QSize size) {
   if (!size.isValid()) size = this->size();
+  // Vector output in the screen's units: one unit is one pixel of the control.
   QPdfWriter pdf(out);
   const qreal inch = logicalDpiX();
+  pdf.setResolution(int(inch));
   pdf.setPageSize(QPageSize(QSizeF(size.width() * 72.0 / inch, size.height() * 72.0 / inch), QPageSize::Point));
   pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
-  PaintScaled(this, &pdf, size);
+  QPainter p(&pdf);
+  PaintTo(&p, size, true);
 }
 
+// The picture keeps the control's proportions, centred across when the rectangle is wider, and
+// is laid out for the printer's own resolution: text has its point size on paper.
 void TQyGraph2D::PrintTo(QPagedPaintDevice* printer, QRectF rect) {
   if (!printer) return;
   if (rect.isEmpty()) rect = QRectF(0, 0, printer->width(), printer->height());
-  // The picture keeps its proportions, centred across when the rectangle is wider.
-  const QSizeF picture = size();
-  const qreal s = std::min(rect.width() / picture.width(), rect.height() / picture.height());
+  const qreal aspect = qreal(width()) / std::max(1, height());
+  QSizeF picture(rect.height() * aspect, rect.height());
+  if (picture.width() > rect.width()) picture = QSizeF(rect.width(), rect.width() / aspect);
   QPainter p(printer);
-  p.translate(rect.left() + (rect.width() - picture.width() * s) / 2, rect.top());
-  p.scale(s, s);
-  PaintTo(&p, size(), true);
+  p.translate(rect.left() + (rect.width() - picture.width()) / 2, rect.top());
+  PaintTo(&p, picture.toSize(), true);
 }
