@@ -99,6 +99,7 @@ extern bool LayoutInProgress;
 
 class TQyAxis : public QWidget, public TQyRecording {
   Q_OBJECT
+  QY_RECORDING_SIGNAL(TQyAxis)
   QY_PROPERTY_CUSTOM(QString, Caption);
   QY_PROPERTY(QyTypes::TAlignment, CaptionAlignment, QyRes::AxisCaptionAlignment, Modified()) = TAlignment::Center;
   QY_PROPERTY(TQyColor, CaptionColor, QyRes::AxisCaptionColor, DoInvalidate()) = 0xFF8B0000u;
@@ -242,7 +243,8 @@ public:
   void SetAutoSize(bool value);
   bool GetVisible() const { return FVisible; }
   void SetVisible(bool visible);
-  void SetUndoStack(TQyUndoRecorder* recorder);
+  // The axis holds the stack; its fonts and arrow find it through their parent.
+  void SetUndoStack(TQyUndoRecorder* recorder) { SetUndoRecorder(recorder); }
   QString GetRubricsField() const;
   void SetRubricsField(QString field);
   QAbstractItemModel* GetDataSource() const;

@@ -81,6 +81,7 @@ struct TQyNearestPointResult {
 
 class TQySeries : public QObject, public TQyRecording {
   Q_OBJECT
+  QY_RECORDING_SIGNAL(TQySeries)
   QY_PROPERTY_CUSTOM(bool, Visible) = true;
   QY_PROPERTY_CUSTOM(QString, Caption);
   QY_PROPERTY(bool, IncludeInLegend, QyRes::SeriesIncludeInLegend, LegendsModified()) = true;
@@ -110,7 +111,7 @@ public:
   void SetXData(TQyCustomDoubleVector* vector);
   void SetYData(TQyCustomDoubleVector* vector);
   TQySeries* GetMergeLegendItemWith() const { return FMergeLegendItemWith; }
-  void SetMergeLegendItemWith(TQySeries* series) { FMergeLegendItemWith = series; }
+  void SetMergeLegendItemWith(TQySeries* series);
   TQySeries* GetDrawBandTo() const { return FDrawBandTo; }
   void SetDrawBandTo(TQySeries* series);
   int GetLayer() const { return FLayer; }
@@ -119,7 +120,8 @@ public:
   TQyGraph2D* Graph() const;
   TQyPointSymbolSettings* PointSymbol() const { return FPointSymbol; }
   TQyPointSymbolSettings* OutOfRangePointSymbol() const { return FOutOfRangePointSymbol; }
-  virtual void SetUndoStack(TQyUndoRecorder* recorder);
+  // The series holds the stack; its setting groups find it through their parent.
+  void SetUndoStack(TQyUndoRecorder* recorder) { SetUndoRecorder(recorder); }
   // Publishes "Name" and "Caption" for captions elsewhere; derived series add their values.
   virtual void RegisterVariables();
   void DeRegisterVariables() { RemoveVariablesOfOwner(this); }
