@@ -74,23 +74,12 @@ private:
 };
 
 // The setter pattern. Returns true when the value changed. `self` is the recording object
-// (QY_RECORDING_SIGNAL declares its signal).
+// (QY_RECORDING_SIGNAL declares its signal). A reference to another component is a QPointer
+// field: it records and replays as the object itself.
 template <class Self, class T, class Notify>
 bool QyAssign(Self* self, T& field, const std::type_identity_t<T>& value, const char* caption,
               const char* propertyName, Notify&& notify) {
   if (QyEqual(field, value)) return false;
-  self->RecordChange(self, caption, propertyName);
-  field = value;
-  notify();
-  self->EmitPropertyChanged(propertyName);
-  return true;
-}
-
-// The same for a reference to another component: recorded and replayed as the object itself.
-template <class Self, class T, class Notify>
-bool QyAssign(Self* self, QPointer<T>& field, std::type_identity_t<T>* value, const char* caption,
-              const char* propertyName, Notify&& notify) {
-  if (field.data() == value) return false;
   self->RecordChange(self, caption, propertyName);
   field = value;
   notify();

@@ -1,6 +1,7 @@
 #include "QyRichLabel.h"
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <algorithm>
 #include <iterator>
 #include <QyExceptions.h>
@@ -72,7 +73,10 @@ void TQyFont::FromQFont(const QFont& font) {
   SetStyle(style);
 }
 
+// A captioned font records one entry with its whole self before the copy, and nothing inside it.
 void TQyFont::Assign(const TQyFont& other) {
+  if (FUndoCaption && !SameGroupValues(other)) RecordWhole();
+  const QScopedValueRollback<bool> assigning(FAssigning, true);
   SetName(other.FName);
   SetSize(other.FSize);
   SetStyle(other.FStyle);
@@ -93,8 +97,16 @@ void TQyFont::PushToUndoStack(TQyUndoRecorder* recorder, const QString& caption)
 
 bool TQyFont::RecordWhole() {
   if (!FUndoCaption) return false;
-  PushToUndoStack(UndoRecorder(), QyText(FUndoCaption));
+  if (!FAssigning) PushToUndoStack(UndoRecorder(), QyText(FUndoCaption));
   return true;
+}
+
+bool TQyFont::SameGroupValues(const TQyFont& other) const {
+  auto same = [](const QObject* a, const QObject* b, const auto& names) {
+    return std::all_of(std::begin(names), std::end(names),
+                       [&](const char* n) { return a->property(n) == b->property(n); });
+  };
+  return same(this, &other, FontGroup) && same(FGradient, other.FGradient, GradientGroup);
 }
 
 void TQyFont::RecordChange(QObject* self, const char* caption, const char* propertyName) {

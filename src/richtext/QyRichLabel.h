@@ -92,6 +92,7 @@ public:
   QFont ToQFont() const;
   // Takes family, size and style of a plain font (the other settings stay).
   void FromQFont(const QFont& font);
+  // Copies all settings; a captioned font records the copy as one entry.
   void Assign(const TQyFont& other);
   // Pushes the font's settings as one group under `caption`.
   void PushToUndoStack(TQyUndoRecorder* recorder, const QString& caption);
@@ -107,7 +108,9 @@ protected:
 
 private:
   void Changed();
+  bool SameGroupValues(const TQyFont& other) const;
   const char* FUndoCaption = nullptr;
+  bool FAssigning = false;
 };
 
 // One run of a parsed caption: text in one font, colour and effect, at its top-left corner in

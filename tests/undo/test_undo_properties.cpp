@@ -204,6 +204,14 @@ TEST(UndoProperties, FontRecordsItselfWhole) {
     for (const char* n : {"Visible", "Style", "FirstColor", "MiddleColor", "LastColor", "LinearAngle",
                           "LinearCenter", "RadialCenterX", "RadialCenterY"})
       EXPECT_EQ(g->property(n), before.GetGradient()->property(n)) << n;
+
+    TQyFont other; // copying another font in is one entry as well
+    other.GetGradient()->SetVisible(true);
+    f.font->Assign(other);
+    ASSERT_EQ(stack.UndoList().Count(), 1);
+    stack.Undo(0);
+    EXPECT_EQ(f.font->GetSize(), before.GetSize());
+    EXPECT_FALSE(g->GetVisible());
     stack.Clear();
   }
 }
