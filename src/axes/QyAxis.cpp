@@ -13,14 +13,16 @@ bool LayoutInProgress = false;
 
 TQyAxis::TQyAxis(QWidget* parent) : QWidget(parent) {
   auto modified = [this] { Modified(); };
-  FCaptionObject = std::make_unique<TQyRichCaptionObject>(modified);
-  FExtraExponentCaption = std::make_unique<TQyRichCaptionObject>(modified);
+  FCaptionObject = std::make_unique<TQyRichCaptionObject>(modified, this);
+  FExtraExponentCaption = std::make_unique<TQyRichCaptionObject>(modified, this);
   FFont = FExtraExponentCaption->Font();
+  FFont->SetUndoCaption(QyRes::AxisFont);
   FFont->SetName("Arial");
   FFont->SetSize(12);
   FFont->SetStyle(TQyFontStyle::Bold);
   FFont->SetFillColor(0xFF00008Bu);
   FCaptionFont = FCaptionObject->Font();
+  FCaptionFont->SetUndoCaption(QyRes::AxisCaptionFont);
   FCaptionFont->SetName("Times New Roman");
   FCaptionFont->SetSize(14);
   FCaptionFont->SetStyle(TQyFontStyle::Bold);
@@ -106,13 +108,6 @@ void TQyAxis::changeEvent(QEvent* e) {
   }
 }
 
-void TQyAxis::SetUndoStack(TQyUndoRecorder* recorder) {
-  SetUndoRecorder(recorder);
-  FFont->SetUndoStack(recorder);
-  FCaptionFont->SetUndoStack(recorder);
-  FArrowPoint->SetUndoStack(recorder);
-}
-
 // ---- series -----------------------------------------------------------------------------------
 
 void TQyAxis::AddSeries(TQySeries* series) {
@@ -131,7 +126,7 @@ QList<TQySeries*> TQyAxis::Series() const {
 // ---- setters with more to do ------------------------------------------------------------------
 
 void TQyAxis::SetCaption(QString value) {
-  QyAssign(this, UndoRecorder(), FCaption, value, QyRes::AxisCaption, "Caption", [this] {
+  QyAssign(this, FCaption, value, QyRes::AxisCaption, "Caption", [this] {
     FCaptionObject->SetCaption(FCaption);
     Modified();
   });
@@ -139,7 +134,7 @@ void TQyAxis::SetCaption(QString value) {
 
 void TQyAxis::SetRubricsAngle(float value) {
   value = float(FitTo360Degrees(value));
-  QyAssign(this, UndoRecorder(), FRubricsAngle, value, QyRes::AxisRubricsAngle, "RubricsAngle", [this] {
+  QyAssign(this, FRubricsAngle, value, QyRes::AxisRubricsAngle, "RubricsAngle", [this] {
     const double rad = FRubricsAngle * M_PI / 180.0;
     FSinAngle = float(std::fabs(std::sin(rad)));
     FCosAngle = float(std::fabs(std::cos(rad)));
@@ -148,7 +143,7 @@ void TQyAxis::SetRubricsAngle(float value) {
 }
 
 void TQyAxis::SetScaling(TQyAxisScaling value) {
-  QyAssign(this, UndoRecorder(), FScaling, value, QyRes::AxisScaling, "Scaling", [this] {
+  QyAssign(this, FScaling, value, QyRes::AxisScaling, "Scaling", [this] {
     FLogActive = FScaling == TQyAxisScaling::Log || FScaling == TQyAxisScaling::LogEE;
     if (FScaling >= TQyAxisScaling::Seconds) FAutoTickParts = true;
     Modified();
@@ -157,7 +152,7 @@ void TQyAxis::SetScaling(TQyAxisScaling value) {
 
 void TQyAxis::SetLogToNormalScalingLevel(double value) {
   if (value < 0) value = 0;
-  QyAssign(this, UndoRecorder(), FLogToNormalScalingLevel, value, QyRes::AxisLogToNormal,
+  QyAssign(this, FLogToNormalScalingLevel, value, QyRes::AxisLogToNormal,
            "LogToNormalScalingLevel", [this] {
              if (FScaling == TQyAxisScaling::Log || FScaling == TQyAxisScaling::LogEE) Modified();
            });
@@ -165,30 +160,32 @@ void TQyAxis::SetLogToNormalScalingLevel(double value) {
 
 void TQyAxis::SetRubrics(QStringList value) {
   if (GetDataSource()) throw EExternal(QyText(QyRes::AxisRubricsWithDatabase));
-  QyAssign(this, UndoRecorder(), FRubrics, value, QyRes::AxisRubrics, "Rubrics", [this] { Modified(); });
+  QyAssign(this, FRubrics, value, QyRes::AxisRubrics, "Rubrics", [this] { Modified(); });
 }
 
 void TQyAxis::SetPosition(TQyAxisPosition value) {
-  QyAssign(this, UndoRecorder(), FPosition, value, QyRes::AxisPosition, "Position", [this] { Modified(); });
+  QyAssign(this, FPosition, value, QyRes::AxisPosition, "Position", [this] { Modified(); });
 }
 
 void TQyAxis::SetAutoTickParts(bool value) {
   if (FScaling >= TQyAxisScaling::Seconds) return; // time and rubric scales choose their own parts
-  QyAssign(this, UndoRecorder(), FAutoTickParts, value, QyRes::AxisAutoTickParts, "AutoTickParts",
+  QyAssign(this, FAutoTickParts, value, QyRes::AxisAutoTickParts, "AutoTickParts",
            [this] { Modified(); });
 }
 
 void TQyAxis::SetLabelDistanceFactor(float value) {
   value = std::clamp(value, 0.1f, 10.0f);
-  QyAssign(this, UndoRecorder(), FLabelDistanceFactor, value, QyRes::AxisLabelDistanceFactor,
+  QyAssign(this, FLabelDistanceFactor, value, QyRes::AxisLabelDistanceFactor,
            "LabelDistanceFactor", [this] { Modified(); });
 }
 
+// A part of 0 stays 0: it is the value before the first ranging, which the tick walks read as
+// "no partition given" (and which undo must be able to write back).
 #define QY_AXIS_PART_SETTER(Name)                                                                  \
   void TQyAxis::Set##Name(double value) {                                                          \
     if (FAutoTickParts) return;                                                                    \
-    value = value == 0 ? 0.001 : std::fabs(value);                                                 \
-    QyAssign(this, UndoRecorder(), F##Name, value, QyRes::Axis##Name, #Name, [this] { Modified(); }); \
+    value = std::fabs(value);                                                                      \
+    QyAssign(this, F##Name, value, QyRes::Axis##Name, #Name, [this] { Modified(); }); \
   }
 QY_AXIS_PART_SETTER(LabelPart)
 QY_AXIS_PART_SETTER(MajorTickPart)
@@ -196,19 +193,19 @@ QY_AXIS_PART_SETTER(TickPart)
 #undef QY_AXIS_PART_SETTER
 
 void TQyAxis::SetMajorThickThicknes(float value) {
-  QyAssign(this, UndoRecorder(), FMajorTickThicknes, value, QyRes::AxisMajorTickThicknes,
+  QyAssign(this, FMajorTickThicknes, value, QyRes::AxisMajorTickThicknes,
            "MajorTickThicknes", [this] { Modified(); });
 }
 
 void TQyAxis::SetStart(double value) {
-  QyAssign(this, UndoRecorder(), FStart, value, QyRes::AxisStart, "Start", [this] {
+  QyAssign(this, FStart, value, QyRes::AxisStart, "Start", [this] {
     FSetStart = FLastStart = FStart;
     Modified();
   });
 }
 
 void TQyAxis::SetStop(double value) {
-  QyAssign(this, UndoRecorder(), FStop, value, QyRes::AxisStop, "Stop", [this] {
+  QyAssign(this, FStop, value, QyRes::AxisStop, "Stop", [this] {
     FSetStop = FLastStop = FStop;
     Modified();
   });
@@ -216,31 +213,32 @@ void TQyAxis::SetStop(double value) {
 
 void TQyAxis::SetStartEnd(TQyAxisEnd value) {
   if (value == TQyAxisEnd::MovingSlit) value = TQyAxisEnd::Fixed; // only the stop end moves
-  QyAssign(this, UndoRecorder(), FStartEnd, value, QyRes::AxisStartEnd, "StartEnd", [this] { RangeModified(); });
+  QyAssign(this, FStartEnd, value, QyRes::AxisStartEnd, "StartEnd", [this] { RangeModified(); });
 }
 
 void TQyAxis::SetStopEnd(TQyAxisEnd value) {
-  QyAssign(this, UndoRecorder(), FStopEnd, value, QyRes::AxisStopEnd, "StopEnd", [this] {
+  QyAssign(this, FStopEnd, value, QyRes::AxisStopEnd, "StopEnd", [this] {
     if (FStopEnd == TQyAxisEnd::MovingSlit) FStartEnd = TQyAxisEnd::Fixed;
     RangeModified();
   });
 }
 
+// A padding once set cannot go back to 0 through the property.
 void TQyAxis::SetStartPadding(double value) {
-  if (value > 0 && value != FStartPadding) { FStartPadding = value; Modified(); }
+  if (value > 0) QyAssign(this, FStartPadding, value, nullptr, "StartPadding", [this] { Modified(); });
 }
 
 void TQyAxis::SetStopPadding(double value) {
-  if (value > 0 && value != FStopPadding) { FStopPadding = value; Modified(); }
+  if (value > 0) QyAssign(this, FStopPadding, value, nullptr, "StopPadding", [this] { Modified(); });
 }
 
 void TQyAxis::SetMaxForExtraExponent(double value) {
-  QyAssign(this, UndoRecorder(), FMaxForExtraExponent, std::fabs(value), QyRes::AxisMaxForExtraExponent,
+  QyAssign(this, FMaxForExtraExponent, std::fabs(value), QyRes::AxisMaxForExtraExponent,
            "MaxForExtraExponent", [this] { Modified(); });
 }
 
 void TQyAxis::SetMinForExtraExponent(double value) {
-  QyAssign(this, UndoRecorder(), FMinForExtraExponent, std::fabs(value), QyRes::AxisMinForExtraExponent,
+  QyAssign(this, FMinForExtraExponent, std::fabs(value), QyRes::AxisMinForExtraExponent,
            "MinForExtraExponent", [this] { Modified(); });
 }
 
@@ -259,35 +257,31 @@ float TQyAxis::GetDistanceToBorder() const {
 }
 
 void TQyAxis::SetDistanceNumbersCaption(float value) {
-  QyAssign(this, UndoRecorder(), CaptionDistance(true), value, QyRes::AxisDistanceNumbersCaption,
+  QyAssign(this, CaptionDistance(true), value, QyRes::AxisDistanceNumbersCaption,
            "DistanceNumbersCaption", [this] { Modified(); });
 }
 
 void TQyAxis::SetDistanceToBorder(float value) {
-  QyAssign(this, UndoRecorder(), CaptionDistance(false), value, QyRes::AxisDistanceToBorder,
+  QyAssign(this, CaptionDistance(false), value, QyRes::AxisDistanceToBorder,
            "DistanceToBorder", [this] { Modified(); });
 }
 
 void TQyAxis::SetMasterAxis(TQyAxis* value) {
-  TQyAxis* current = FMasterAxis;
-  if (current == value || value == this) return;
-  QyRecordChange(UndoRecorder(), this, QyRes::AxisMasterAxis, "MasterAxis");
-  FMasterAxis = value;
-  Modified();
+  if (value == this) return; // an axis cannot follow itself
+  QyAssign(this, FMasterAxis, value, QyRes::AxisMasterAxis, "MasterAxis", [this] { Modified(); });
 }
 
 void TQyAxis::SetAutoSize(bool value) {
-  FAutoSize = value;
-  Modified();
+  QyAssign(this, FAutoSize, value, nullptr, "AutoSize", [this] { Modified(); });
 }
 
+// The graph's check of its primary axes may change further properties: one entry holds all.
 void TQyAxis::SetVisible(bool visible) {
-  if (visible == FVisible) return;
-  QyRecordChange(UndoRecorder(), this, QyRes::AxisVisible, "Visible");
-  FVisible = visible;
-  QWidget::setVisible(visible);
-  if (auto* g = Graph()) g->TestPrimaryAxis();
-  Modified();
+  QyAssignGrouped(this, FVisible, visible, QyRes::AxisVisible, "Visible", [this] {
+    QWidget::setVisible(FVisible);
+    if (auto* g = Graph()) g->TestPrimaryAxis();
+    Modified();
+  });
 }
 
 void TQyAxis::SetStartStop(double start, double stop) {

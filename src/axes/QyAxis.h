@@ -102,6 +102,7 @@ extern bool LayoutInProgress;
 class TQyAxis : public QWidget, public TQyRecording, public IQyGraphPart {
   Q_OBJECT
   Q_INTERFACES(IQyGraphPart)
+  QY_RECORDING_SIGNAL(TQyAxis)
   QY_PROPERTY_CUSTOM(QString, Caption);
   QY_PROPERTY(QyTypes::TAlignment, CaptionAlignment, QyRes::AxisCaptionAlignment, Modified()) = TAlignment::Center;
   QY_PROPERTY(TQyColor, CaptionColor, QyRes::AxisCaptionColor, DoInvalidate()) = 0xFF8B0000u;
@@ -246,7 +247,8 @@ public:
   void SetAutoSize(bool value);
   bool GetVisible() const { return FVisible; }
   void SetVisible(bool visible);
-  void SetUndoStack(TQyUndoRecorder* recorder) override;
+  // The axis holds the stack; its fonts and arrow find it through their parent.
+  void SetUndoStack(TQyUndoRecorder* recorder) override { SetUndoRecorder(recorder); }
   // As a part of its graph: drawn in the axes pass, translated to its position.
   TQyPaintPasses PaintPasses() const override { return QyPass(TQyPaintPass::Axes); }
   void PaintPass(TQyPaintPass, QPainter* graphics) override { PaintGr(graphics); }

@@ -12,7 +12,8 @@
 // ---- TQyCustomGraph ---------------------------------------------------------------------------
 
 TQyCustomGraph::TQyCustomGraph(QWidget* parent) : QWidget(parent) {
-  FCaptionObject = std::make_unique<TQyRichCaptionObject>([this] { Modified(); });
+  FCaptionObject = std::make_unique<TQyRichCaptionObject>([this] { Modified(); }, this);
+  GetCaptionFont()->SetUndoCaption(QyRes::GraphCaptionFont);
   FBackgroundGradient = new TQyGradientSettings([this] { update(); }, this);
   setAttribute(Qt::WA_OpaquePaintEvent, false);
   resize(600, 400);
@@ -36,16 +37,13 @@ void TQyCustomGraph::DeRegisterVariables() { RemoveVariablesOfOwner(this); }
 
 TQyFont* TQyCustomGraph::GetCaptionFont() const { return FCaptionObject->Font(); }
 
-void TQyCustomGraph::SetUndoStack(TQyUndoRecorder* stack) {
-  SetUndoRecorder(stack);
-  FBackgroundGradient->SetUndoStack(stack);
-  GetCaptionFont()->SetUndoStack(stack);
-}
+// The graph holds the stack; its setting groups and fonts find it through their parent.
+void TQyCustomGraph::SetUndoStack(TQyUndoRecorder* stack) { SetUndoRecorder(stack); }
 
 void TQyCustomGraph::SetCaption(QString value) {
   while (!value.isEmpty() && value.back().isSpace()) value.chop(1);
   FCaptionSet = true;
-  QyAssign(this, UndoRecorder(), FCaption, value, QyRes::GraphCaption, "Caption", [this] {
+  QyAssign(this, FCaption, value, QyRes::GraphCaption, "Caption", [this] {
     FCaptionObject->SetCaption(FCaption);
     ParseCaption();
     VariableObjects.Update();
@@ -53,12 +51,13 @@ void TQyCustomGraph::SetCaption(QString value) {
 }
 
 void TQyCustomGraph::SetCaptionAlignment(TAlignment value) {
-  QyAssign(this, UndoRecorder(), FCaptionAlignment, value, QyRes::GraphCaptionAlignment,
+  QyAssign(this, FCaptionAlignment, value, QyRes::GraphCaptionAlignment,
            "CaptionAlignment", [this] { Modified(); });
 }
 
+// The title font takes the colour too: one entry with both.
 void TQyCustomGraph::SetCaptionColor(TQyColor value) {
-  QyAssign(this, UndoRecorder(), FCaptionColor, value, QyRes::GraphCaptionColor, "CaptionColor", [this] {
+  QyAssignGrouped(this, FCaptionColor, value, QyRes::GraphCaptionColor, "CaptionColor", [this] {
     GetCaptionFont()->SetFillColor(FCaptionColor);
     update();
   });
@@ -101,7 +100,6 @@ TQyGraph2D::TQyGraph2D(QWidget* parent) : TQyCustomGraph(parent) {
     (*g.grid)->SetVisible(false);
     (*g.grid)->SetColor(g.color);
   }
-  GetCaptionFont()->OnChange = [this] { Modified(); };
 }
 
 TQyGraph2D::~TQyGraph2D() {
@@ -111,25 +109,15 @@ TQyGraph2D::~TQyGraph2D() {
 
 void TQyGraph2D::SetUndoStack(TQyUndoRecorder* stack) {
   TQyCustomGraph::SetUndoStack(stack);
-  for (TQyStyleObject* s : std::initializer_list<TQyStyleObject*>{
-           FDataAreaFrame, FDataAreaGradient, FMajorGridHorizontal, FMinorGridHorizontal,
-           FMajorGridVertical, FMinorGridVertical})
-    s->SetUndoStack(stack);
   for (IQyGraphPart* part : Parts()) part->SetUndoStack(stack);
 }
 
 void TQyGraph2D::SetPrimaryXAxis(TQyAxis* axis) {
-  if (FPrimaryXAxis == axis) return;
-  QyRecordChange(UndoRecorder(), this, QyRes::GraphPrimaryXAxis, "PrimaryXAxis");
-  FPrimaryXAxis = axis;
-  Modified();
+  QyAssign(this, FPrimaryXAxis, axis, QyRes::GraphPrimaryXAxis, "PrimaryXAxis", [this] { Modified(); });
 }
 
 void TQyGraph2D::SetPrimaryYAxis(TQyAxis* axis) {
-  if (FPrimaryYAxis == axis) return;
-  QyRecordChange(UndoRecorder(), this, QyRes::GraphPrimaryYAxis, "PrimaryYAxis");
-  FPrimaryYAxis = axis;
-  Modified();
+  QyAssign(this, FPrimaryYAxis, axis, QyRes::GraphPrimaryYAxis, "PrimaryYAxis", [this] { Modified(); });
 }
 
 // ---- flags ------------------------------------------------------------------------------------

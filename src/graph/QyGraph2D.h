@@ -44,6 +44,7 @@ struct TQyFindSeriesPointResult {
 // counter and undo link.
 class TQyCustomGraph : public QWidget, public TQyRecording, public TQyDeferredInit, public IQyVariablesUser {
   Q_OBJECT
+  QY_RECORDING_SIGNAL(TQyCustomGraph)
   Q_PROPERTY(TQyUndoRecorder* UndoStack READ GetUndoStack WRITE SetUndoStack)
   QY_PROPERTY(TQyColor, BackColor, QyRes::GraphBackColor, update()) = 0x00FFFFFFu;
   QY_PROPERTY_OBJECT(TQyGradientSettings, BackgroundGradient);

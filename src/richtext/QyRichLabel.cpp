@@ -1,25 +1,36 @@
 #include "QyRichLabel.h"
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QScopedValueRollback>
+#include <algorithm>
+#include <iterator>
 #include <QyExceptions.h>
 #include <QyPlaceholders.h>
 #include "QyCaptionParser.h"
 
 // ---- TQyFont
 
-TQyFont::TQyFont(std::function<void()> onChange, QObject* parent)
-    : QObject(parent), OnChange(std::move(onChange)) {
+TQyFont::TQyFont(ModifiedCallback modifiedCallback, QObject* parent)
+    : TQyStyleObject(std::move(modifiedCallback), parent) {
   FGradient = new TQyGradientSettings([this] { Changed(); }, this);
 }
 
 TQyFont::~TQyFont() { FDestroying = true; }
 
 void TQyFont::Changed() {
+  Modified();
   if (OnChange) OnChange();
 }
 
+namespace {
+// What PushToUndoStack holds, of the font and of its gradient.
+constexpr const char* FontGroup[] = {"Name", "Style", "Size", "FillColor", "DrawEffects"};
+constexpr const char* GradientGroup[] = {"Visible", "Style", "FirstColor", "MiddleColor", "LastColor",
+                                         "LinearAngle", "LinearCenter", "RadialCenterX", "RadialCenterY"};
+} // namespace
+
 void TQyFont::SetFillColor(TQyColor value) {
-  QyAssign(this, UndoRecorder(), FFillColor, value, nullptr, "FillColor", [this] { Changed(); });
+  QyAssign(this, FFillColor, value, nullptr, "FillColor", [this] { Changed(); });
 }
 
 QColor TQyFont::GetColor() const { return QColor::fromRgb(FFillColor & 0x00FFFFFFu); }
@@ -38,7 +49,7 @@ void TQyFont::SetDrawEffects(TQyCharDrawEffects value) {
       kept = e;
       break;
     }
-  QyAssign(this, UndoRecorder(), FDrawEffects, kept, nullptr, "DrawEffects", [this] { Changed(); });
+  QyAssign(this, FDrawEffects, kept, nullptr, "DrawEffects", [this] { Changed(); });
 }
 
 QFont TQyFont::ToQFont() const {
@@ -62,7 +73,10 @@ void TQyFont::FromQFont(const QFont& font) {
   SetStyle(style);
 }
 
+// A captioned font records one entry with its whole self before the copy, and nothing inside it.
 void TQyFont::Assign(const TQyFont& other) {
+  if (FUndoCaption && !SameGroupValues(other)) RecordWhole();
+  const QScopedValueRollback<bool> assigning(FAssigning, true);
   SetName(other.FName);
   SetSize(other.FSize);
   SetStyle(other.FStyle);
@@ -73,25 +87,40 @@ void TQyFont::Assign(const TQyFont& other) {
   FGradient->Assign(*other.FGradient);
 }
 
-void TQyFont::SetUndoStack(TQyUndoRecorder* recorder) {
-  SetUndoRecorder(recorder);
-  FGradient->SetUndoStack(recorder);
-}
-
 void TQyFont::PushToUndoStack(TQyUndoRecorder* recorder, const QString& caption) {
   if (!recorder || !recorder->IsRecording()) return;
-  for (const char* name : {"Name", "Style", "Size", "FillColor", "DrawEffects"})
-    recorder->PushProperty(this, caption, name);
-  for (const char* name : {"Visible", "Style", "FirstColor", "MiddleColor", "LastColor",
-                           "LinearAngle", "LinearCenter", "RadialCenterX", "RadialCenterY"})
-    recorder->PushProperty(FGradient, caption, name);
+  recorder->StartGroup(caption);
+  for (const char* name : FontGroup) recorder->PushProperty(this, QString(), name);
+  for (const char* name : GradientGroup) recorder->PushProperty(FGradient, QString(), name);
+  recorder->StopGroup();
+}
+
+bool TQyFont::RecordWhole() {
+  if (!FUndoCaption) return false;
+  if (!FAssigning) PushToUndoStack(UndoRecorder(), QyText(FUndoCaption));
+  return true;
+}
+
+bool TQyFont::SameGroupValues(const TQyFont& other) const {
+  auto same = [](const QObject* a, const QObject* b, const auto& names) {
+    return std::all_of(std::begin(names), std::end(names),
+                       [&](const char* n) { return a->property(n) == b->property(n); });
+  };
+  return same(this, &other, FontGroup) && same(FGradient, other.FGradient, GradientGroup);
+}
+
+void TQyFont::RecordChange(QObject* self, const char* caption, const char* propertyName) {
+  const bool inGroup = std::any_of(std::begin(FontGroup), std::end(FontGroup),
+                                   [&](const char* n) { return qstrcmp(n, propertyName) == 0; });
+  if (inGroup && RecordWhole()) return;
+  TQyStyleObject::RecordChange(self, caption, propertyName);
 }
 
 // ---- TQyRichCaptionObject
 
-TQyRichCaptionObject::TQyRichCaptionObject(std::function<void()> modified)
+TQyRichCaptionObject::TQyRichCaptionObject(std::function<void()> modified, QObject* owner)
     : ModifiedCallback(std::move(modified)),
-      FFont(std::make_unique<TQyFont>([this] { DoFontInvalidate(); })) {}
+      FFont(std::make_unique<TQyFont>([this] { DoFontInvalidate(); }, owner)) {}
 
 TQyRichCaptionObject::~TQyRichCaptionObject() = default;
 

@@ -63,8 +63,11 @@ using QyRichLabel::TQyFontStyles;
 using QyRichLabel::TQyTextRenderingHint;
 
 // The font of a caption: family, fractional point size, style, ARGB fill colour, gradient,
-// character effect and rendering hint. Every change calls the owner's callback.
-class TQyFont : public QObject, public TQyRecording {
+// character effect and rendering hint. Every change calls the owner's callback, then OnChange
+// (which belongs to the application). A font whose owner gave it an undo caption records any
+// change of the settings that PushToUndoStack holds, its gradient's included, as one entry
+// with the whole font under that caption.
+class TQyFont : public TQyStyleObject {
   Q_OBJECT
   QY_PROPERTY(QString, Name, nullptr, Changed()) = QStringLiteral("Arial");
   QY_PROPERTY(float, Size, nullptr, Changed()) = 10.0f;
@@ -79,7 +82,7 @@ class TQyFont : public QObject, public TQyRecording {
   Q_PROPERTY(QColor Color READ GetColor WRITE SetColor)
 
 public:
-  explicit TQyFont(std::function<void()> onChange = {}, QObject* parent = nullptr);
+  explicit TQyFont(ModifiedCallback modifiedCallback = {}, QObject* parent = nullptr);
   ~TQyFont() override;
 
   QColor GetColor() const;
@@ -89,15 +92,25 @@ public:
   QFont ToQFont() const;
   // Takes family, size and style of a plain font (the other settings stay).
   void FromQFont(const QFont& font);
+  // Copies all settings; a captioned font records the copy as one entry.
   void Assign(const TQyFont& other);
-  void SetUndoStack(TQyUndoRecorder* recorder);
   // Pushes the font's settings as one group under `caption`.
   void PushToUndoStack(TQyUndoRecorder* recorder, const QString& caption);
+  // The caption (an entry of the message table) under which the font records itself whole;
+  // nullptr: the font's own settings record nothing.
+  void SetUndoCaption(const char* caption) { FUndoCaption = caption; }
+  void RecordChange(QObject* self, const char* caption, const char* propertyName) override;
 
   std::function<void()> OnChange;
 
+protected:
+  bool RecordWhole() override;
+
 private:
   void Changed();
+  bool SameGroupValues(const TQyFont& other) const;
+  const char* FUndoCaption = nullptr;
+  bool FAssigning = false;
 };
 
 // One run of a parsed caption: text in one font, colour and effect, at its top-left corner in
@@ -122,7 +135,8 @@ public:
 // A plain object, not a QObject: axes own many of them.
 class TQyRichCaptionObject {
 public:
-  explicit TQyRichCaptionObject(std::function<void()> modified = {});
+  // `owner` becomes the font's parent: the font records on the owner's undo stack.
+  explicit TQyRichCaptionObject(std::function<void()> modified = {}, QObject* owner = nullptr);
   ~TQyRichCaptionObject();
   TQyRichCaptionObject(const TQyRichCaptionObject&) = delete;
   TQyRichCaptionObject& operator=(const TQyRichCaptionObject&) = delete;
@@ -198,6 +212,7 @@ private:
 // and the caption's anchor is placed so that the rotated block fits the widget exactly.
 class TQyRichLabel : public QWidget, public TQyRecording, public IQyVariablesUser {
   Q_OBJECT
+  QY_RECORDING_SIGNAL(TQyRichLabel)
   QY_PROPERTY_CUSTOM(float, Angle) = 0;
   QY_PROPERTY(QColor, BackColor, nullptr, update()) = QColor(Qt::transparent);
   QY_PROPERTY_CUSTOM(TQyRichCaption, Caption);
@@ -224,7 +239,7 @@ public:
   // Background and caption, in widget coordinates.
   void PaintGr(QPainter* graphics);
   QSize sizeHint() const override;
-  void SetUndoStack(TQyUndoRecorder* recorder);
+  void SetUndoStack(TQyUndoRecorder* recorder) { SetUndoRecorder(recorder); }
   // A registered value the caption shows has changed: measure and draw again.
   void VariablesChanged() override;
 

@@ -25,7 +25,7 @@ QPointF AnchorOnBlock(TQyContentAlignment alignment, QSizeF block) {
 } // namespace
 
 TQyRichLabel::TQyRichLabel(QWidget* parent)
-    : QWidget(parent), FCaptionObject(std::make_unique<TQyRichCaptionObject>()) {
+    : QWidget(parent), FCaptionObject(std::make_unique<TQyRichCaptionObject>(nullptr, this)) {
   FFont = FCaptionObject->Font();
   FCaptionObject->ModifiedCallback = [this] { FontChanged(); };
   setAttribute(Qt::WA_TranslucentBackground);
@@ -40,19 +40,19 @@ TQyRichLabel::~TQyRichLabel() {
 void TQyRichLabel::SetAngle(float value) {
   float a = std::fmod(value, 360.0f);
   if (a < 0) a += 360.0f;
-  QyAssign(this, UndoRecorder(), FAngle, a, nullptr, "Angle", [this] { Readjust(); });
+  QyAssign(this, FAngle, a, nullptr, "Angle", [this] { Readjust(); });
 }
 
 void TQyRichLabel::SetCaption(TQyRichCaption value) {
-  QyAssign(this, UndoRecorder(), FCaption, value, nullptr, "Caption", [this] { Readjust(); });
+  QyAssign(this, FCaption, value, nullptr, "Caption", [this] { Readjust(); });
 }
 
 void TQyRichLabel::SetTextAlign(TQyContentAlignment value) {
-  QyAssign(this, UndoRecorder(), FTextAlign, value, nullptr, "TextAlign", [this] { Readjust(); });
+  QyAssign(this, FTextAlign, value, nullptr, "TextAlign", [this] { Readjust(); });
 }
 
 void TQyRichLabel::SetAutoSize(bool value) {
-  QyAssign(this, UndoRecorder(), FAutoSize, value, nullptr, "AutoSize", [this] { Readjust(); });
+  QyAssign(this, FAutoSize, value, nullptr, "AutoSize", [this] { Readjust(); });
 }
 
 void TQyRichLabel::FontChanged() {
@@ -128,11 +128,6 @@ void TQyRichLabel::paintEvent(QPaintEvent*) {
 void TQyRichLabel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   AdjustBounds();
-}
-
-void TQyRichLabel::SetUndoStack(TQyUndoRecorder* recorder) {
-  SetUndoRecorder(recorder);
-  FFont->SetUndoStack(recorder);
 }
 
 void TQyRichLabel::VariablesChanged() {

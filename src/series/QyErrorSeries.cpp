@@ -25,19 +25,14 @@ TQyPointWithErrorSeries::~TQyPointWithErrorSeries() {
     if (v) v->RemoveListener(this);
 }
 
-void TQyPointWithErrorSeries::SetUndoStack(TQyUndoRecorder* recorder) {
-  TQyPointSeries::SetUndoStack(recorder);
-  FErrorIndicator->SetUndoStack(recorder);
-}
-
 void TQyPointWithErrorSeries::SetDelta(Direction d, TQyCustomDoubleVector* v) {
-  if (FDelta[d] == v) return;
-  QyRecordChange(UndoRecorder(), this, DeltaCaptions[d], DeltaNames[d]);
-  if (FDelta[d]) FDelta[d]->RemoveListener(this);
-  FDelta[d] = v;
-  if (v) v->AddListener(this);
-  RangesModified(); // the extent includes the bars
-  if (FGraph) FGraph->SeriesModified();
+  TQyCustomDoubleVector* old = FDelta[d];
+  QyAssign(this, FDelta[d], v, DeltaCaptions[d], DeltaNames[d], [&] {
+    if (old) old->RemoveListener(this);
+    if (v) v->AddListener(this);
+    RangesModified(); // the extent includes the bars
+    if (FGraph) FGraph->SeriesModified();
+  });
 }
 
 double TQyPointWithErrorSeries::GetDelta(Direction d, int i) {

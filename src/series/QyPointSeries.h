@@ -52,7 +52,6 @@ public:
   // The pixel coordinate of each bar's end, parallel to Points (NaN where a point has no bar).
   const TQySingleVector& BarEnds(Direction d) const { return FBarEnds[d]; }
 
-  void SetUndoStack(TQyUndoRecorder* recorder) override;
   void GetExtent(double& minX, double& maxX, double& minY, double& maxY) override;
   void CalculatePoints() override;
   void CheckDBVectors() override;

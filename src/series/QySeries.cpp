@@ -91,38 +91,33 @@ void TQySeries::RegisterVariables() {
 
 QString TQySeries::ToString() const { return GetCaption().isEmpty() ? objectName() : FCaption; }
 
-void TQySeries::SetUndoStack(TQyUndoRecorder* recorder) {
-  SetUndoRecorder(recorder);
-  for (TQyStyleObject* s : std::initializer_list<TQyStyleObject*>{FLine, FArea, FPointSymbol, FOutOfRangePointSymbol})
-    s->SetUndoStack(recorder);
-}
-
 // ---- references -------------------------------------------------------------------------------
 
-// One side's axis: record, leave the old axis (unless the other side keeps it), store, rejoin.
+// One side's axis: record, store, leave the old axis (unless the other side keeps it), rejoin.
 void TQySeries::ReplaceAxis(QPointer<TQyAxis>& side, const QPointer<TQyAxis>& other, TQyAxis* axis,
                             const char* caption, const char* name) {
-  if (side == axis) return;
-  QyRecordChange(UndoRecorder(), this, caption, name);
-  if (side && side != other) side->RemoveSeries(this);
-  side = axis;
-  TestAllAssigned();
+  TQyAxis* old = side;
+  QyAssign(this, side, axis, caption, name, [&] {
+    if (old && old != other) old->RemoveSeries(this);
+    TestAllAssigned();
+  });
 }
 
 void TQySeries::SetXAxis(TQyAxis* axis) { ReplaceAxis(FXAxis, FYAxis, axis, QyRes::SeriesXAxis, "XAxis"); }
 void TQySeries::SetYAxis(TQyAxis* axis) { ReplaceAxis(FYAxis, FXAxis, axis, QyRes::SeriesYAxis, "YAxis"); }
 
-// One side's data: a nil while the indexer stands in changes nothing; otherwise record, leave the
-// old vector, store and listen; a nil beside the indexer clears the indexer too.
+// One side's data: a nil while the indexer stands in changes nothing; otherwise record, store,
+// leave the old vector and listen to the new one; a nil beside the indexer clears the indexer too.
 void TQySeries::ReplaceData(QPointer<TQyCustomDoubleVector>& side, QPointer<TQyCustomDoubleVector>& other,
                             TQyCustomDoubleVector* vector, const char* caption, const char* name) {
-  if (side == vector || (!vector && side == FDataIndexer)) return;
-  QyRecordChange(UndoRecorder(), this, caption, name);
-  if (side && side != FDataIndexer) side->RemoveListener(this);
-  side = vector;
-  if (vector) vector->AddListener(this);
-  else if (other == FDataIndexer) other = nullptr;
-  TestAllAssigned();
+  if (!vector && side == FDataIndexer) return;
+  TQyCustomDoubleVector* old = side;
+  QyAssign(this, side, vector, caption, name, [&] {
+    if (old && old != FDataIndexer) old->RemoveListener(this);
+    if (vector) vector->AddListener(this);
+    else if (other == FDataIndexer) other = nullptr;
+    TestAllAssigned();
+  });
 }
 
 void TQySeries::SetXData(TQyCustomDoubleVector* vector) {
@@ -133,28 +128,31 @@ void TQySeries::SetYData(TQyCustomDoubleVector* vector) {
   ReplaceData(FYData, FXData, vector, QyRes::SeriesYData, "YData");
 }
 
+void TQySeries::SetMergeLegendItemWith(TQySeries* series) {
+  QyAssign(this, FMergeLegendItemWith, series, nullptr, "MergeLegendItemWith", [this] { LegendsModified(); });
+}
+
 void TQySeries::SetDrawBandTo(TQySeries* series) {
   if (series == this) series = nullptr;
-  FDrawBandTo = series;
-  PointsModified();
+  QyAssign(this, FDrawBandTo, series, nullptr, "DrawBandTo", [this] { PointsModified(); });
 }
 
 void TQySeries::SetRangeFromFunction(TQySeries* series) {
   if (series == this) series = nullptr;
-  if (FRangeFromFunction == series) return;
-  FRangeFromFunction = series;
-  Invalidate();
-  LegendsModified();
+  QyAssign(this, FRangeFromFunction, series, nullptr, "RangeFromFunction", [this] {
+    Invalidate();
+    LegendsModified();
+  });
 }
 
 void TQySeries::SetLayer(int layer) {
-  QyAssign(this, UndoRecorder(), FLayer, layer, QyRes::SeriesLayer, "Layer", [this] {
+  QyAssign(this, FLayer, layer, QyRes::SeriesLayer, "Layer", [this] {
     if (FGraph) FGraph->Modified();
   });
 }
 
 void TQySeries::SetVisible(bool value) {
-  QyAssign(this, UndoRecorder(), FVisible, value, QyRes::SeriesVisible, "Visible", [this] {
+  QyAssign(this, FVisible, value, QyRes::SeriesVisible, "Visible", [this] {
     TestVisibleChanged();
     if (FGraph) FGraph->update();
     LegendsModified();
@@ -163,14 +161,14 @@ void TQySeries::SetVisible(bool value) {
 
 void TQySeries::SetCaption(QString value) {
   while (!value.isEmpty() && value.back().isSpace()) value.chop(1);
-  QyAssign(this, UndoRecorder(), FCaption, value, QyRes::SeriesCaption, "Caption", [this] {
+  QyAssign(this, FCaption, value, QyRes::SeriesCaption, "Caption", [this] {
     LegendsModified();
     VariableObjects.Update();
   });
 }
 
 void TQySeries::SetOutliersVisible(bool value) {
-  QyAssign(this, UndoRecorder(), FOutliersVisible, value, QyRes::SeriesOutliersVisible,
+  QyAssign(this, FOutliersVisible, value, QyRes::SeriesOutliersVisible,
            "OutliersVisible", [this] { RangesModified(); });
 }
 

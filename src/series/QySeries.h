@@ -85,6 +85,7 @@ struct TQyNearestPointResult {
 class TQySeries : public QObject, public TQyRecording, public TQyDeferredInit, public IQyGraphPart {
   Q_OBJECT
   Q_INTERFACES(IQyGraphPart)
+  QY_RECORDING_SIGNAL(TQySeries)
   QY_PROPERTY_CUSTOM(bool, Visible) = true;
   Q_PROPERTY(QString Caption READ GetCaption WRITE SetCaption)
   QY_PROPERTY(bool, IncludeInLegend, QyRes::SeriesIncludeInLegend, LegendsModified()) = true;
@@ -123,7 +124,7 @@ public:
   void SetXData(TQyCustomDoubleVector* vector);
   void SetYData(TQyCustomDoubleVector* vector);
   TQySeries* GetMergeLegendItemWith() const { return FMergeLegendItemWith; }
-  void SetMergeLegendItemWith(TQySeries* series) { FMergeLegendItemWith = series; }
+  void SetMergeLegendItemWith(TQySeries* series);
   TQySeries* GetDrawBandTo() const { return FDrawBandTo; }
   void SetDrawBandTo(TQySeries* series);
   int GetLayer() const { return FLayer; }
@@ -132,7 +133,8 @@ public:
   TQyGraph2D* Graph() const;
   TQyPointSymbolSettings* PointSymbol() const { return FPointSymbol; }
   TQyPointSymbolSettings* OutOfRangePointSymbol() const { return FOutOfRangePointSymbol; }
-  void SetUndoStack(TQyUndoRecorder* recorder) override;
+  // The series holds the stack; its setting groups find it through their parent.
+  void SetUndoStack(TQyUndoRecorder* recorder) override { SetUndoRecorder(recorder); }
   // Publishes "Name" and "Caption" for captions elsewhere (after construction); derived series
   // add their values.
   virtual void RegisterVariables();

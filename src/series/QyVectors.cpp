@@ -383,14 +383,14 @@ void TQyDoubleVector::BindingChanged() {
 }
 
 void TQyDoubleVector::SetDataField(QString value) {
-  QyAssign(this, UndoRecorder(), FDataField, value, nullptr, "DataField", [this] {
+  QyAssign(this, FDataField, value, nullptr, "DataField", [this] {
     FDataLink->SetFieldName(FDataField);
     BindingChanged();
   });
 }
 
 void TQyDoubleVector::SetDataSource(QAbstractItemModel* model) {
-  QyAssign(this, UndoRecorder(), FDataSource, QPointer(model), nullptr, "DataSource", [this] {
+  QyAssign(this, FDataSource, QPointer(model), nullptr, "DataSource", [this] {
     FDataLink->SetDataSource(FDataSource);
     if (!FDataSource) {
       FFromDatabase = false; // the values read so far stay

@@ -23,6 +23,8 @@ public:
 
 class TQyCustomDoubleVector : public QObject, public TQyRecording {
   Q_OBJECT
+  QY_RECORDING_SIGNAL(TQyCustomDoubleVector)
+
 public:
   explicit TQyCustomDoubleVector(QObject* owner = nullptr);
   ~TQyCustomDoubleVector() override;

@@ -21,12 +21,16 @@ TQyStyleObject* NestedSettings(const QObject& owner, const QMetaProperty& p) {
 }
 } // namespace
 
-void TQyStyleObject::SetUndoStack(TQyUndoRecorder* stack) {
-  SetUndoRecorder(stack);
-  const QMetaObject* meta = metaObject();
-  for (int i = QObject::staticMetaObject.propertyCount(); i < meta->propertyCount(); ++i)
-    if (TQyStyleObject* nested = NestedSettings(*this, meta->property(i)))
-      nested->SetUndoStack(stack);
+TQyUndoRecorder* TQyStyleObject::UndoRecorder() const {
+  if (FUndoRecorder) return FUndoRecorder.data();
+  const TQyRecording* owner = QyRecordingOwner(this);
+  return owner ? owner->UndoRecorder() : nullptr;
+}
+
+void TQyStyleObject::RecordChange(QObject* self, const char* caption, const char* propertyName) {
+  auto* owner = qobject_cast<TQyStyleObject*>(parent());
+  if (owner && owner->RecordWhole()) return;
+  TQyRecording::RecordChange(self, caption, propertyName);
 }
 
 void TQyStyleObject::AssignPublished(const QObject& source) {

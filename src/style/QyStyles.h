@@ -39,20 +39,28 @@ using QyStyles::TQyAreaStyle;
 using QyStyles::TQyGradientStyle;
 using QyStyles::TQyPointSymbol;
 
-// Common base of the style objects: the callback, the undo stack, and Assign by published
-// properties.
+// Common base of the style objects: the owner's callback, the undo stack, the change signal, and
+// Assign by published properties. A style object records on the stack of the recording object
+// it is nested in (its QObject parent chain), unless it was given one of its own.
 class TQyStyleObject : public QObject, public TQyRecording {
   Q_OBJECT
+  QY_RECORDING_SIGNAL(TQyStyleObject)
+
 public:
   using ModifiedCallback = std::function<void()>;
   explicit TQyStyleObject(ModifiedCallback modifiedCallback, QObject* parent = nullptr);
   ~TQyStyleObject() override;
-  // Sets the stack the setters record on (nullptr: no recording), also in nested settings.
-  void SetUndoStack(TQyUndoRecorder* stack);
+  // A stack of its own, for a style object that stands alone (nullptr: the owner's again).
+  void SetUndoStack(TQyUndoRecorder* stack) { SetUndoRecorder(stack); }
+  TQyUndoRecorder* UndoRecorder() const override;
+  // A change nested in an object that records as a whole (a font) records that object instead.
+  void RecordChange(QObject* self, const char* caption, const char* propertyName) override;
 
 protected:
   // Calls the owner back; nothing without a callback.
   void Modified();
+  // Records this object whole for a change of its nested group; false when it does not.
+  virtual bool RecordWhole() { return false; }
   // Copies every published property that `source` also has, through the setters (so the copy
   // records and notifies like any change); nested settings are copied likewise.
   void AssignPublished(const QObject& source);
