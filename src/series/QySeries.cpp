@@ -194,6 +194,19 @@ void TQySeries::TestAllAssigned() {
   FGraph->Modified();
 }
 
+void TQySeries::VectorChanged(TQyCustomDoubleVector* vector, TQyVectorChange change, int index) {
+  switch (change) {
+  case TQyVectorChange::Appended: Invalidate(); break; // the points go on where they ended
+  case TQyVectorChange::Changed: IsFunctionSeries() ? SetLastCount(0) : PointsModified(); break;
+  case TQyVectorChange::Reset: SetLastCount(0); Invalidate(); break;
+  case TQyVectorChange::Ranges: RangesModified(); break;
+  // Markers follow the values of the Y data only.
+  case TQyVectorChange::Inserted: if (vector == FYData) ValueInsertedLinkedMarkers(index); break;
+  case TQyVectorChange::Deleted: if (vector == FYData) DeleteLinkedMarkers(index); break;
+  case TQyVectorChange::Cleared: if (vector == FYData) ClearLinkedMarkers(); break;
+  }
+}
+
 // ---- counts and transformations ---------------------------------------------------------------
 
 int TQySeries::GetCount() {

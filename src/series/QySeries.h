@@ -79,7 +79,7 @@ struct TQyNearestPointResult {
   QPointF Point;
 };
 
-class TQySeries : public QObject, public TQyRecording {
+class TQySeries : public QObject, public TQyRecording, public IQyVectorListener {
   Q_OBJECT
   QY_PROPERTY_CUSTOM(bool, Visible) = true;
   QY_PROPERTY_CUSTOM(QString, Caption);
@@ -163,6 +163,8 @@ public:
   void SetLastCount(int n);
   void Invalidate();
   void LegendsModified();
+  // A data vector of the series changed.
+  void VectorChanged(TQyCustomDoubleVector* vector, TQyVectorChange change, int index) override;
   bool CanDoCanvasDraw() const;
 
   // ---- picking

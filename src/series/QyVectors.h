@@ -1,7 +1,9 @@
 #pragma once
 // Data vectors: growing arrays of doubles with lazy incremental statistics, outliers and listeners.
+#include "QyInterfacePointer.h"
 #include "QyPlainVectors.h"
 #include "QyProperty.h"
+#include "QyStateful.h"
 #include <QAbstractItemModel>
 #include <QList>
 #include <QObject>
@@ -10,17 +12,30 @@
 #include <functional>
 #include <shared_mutex>
 
-class TQySeries;
+class TQyCustomDoubleVector;
 class TQyListLink;
 
-// Something other than a series that wants to hear when a vector changes.
-class TQyVectorListener {
-public:
-  virtual ~TQyVectorListener() = default;
-  virtual void Modified() = 0;
+// What a change of a vector means to its listeners. The first four go weakest first: changes
+// from another thread are coalesced into the strongest of them.
+enum class TQyVectorChange {
+  Appended, // values came at the end
+  Changed,  // values changed in place
+  Reset,    // listeners start over on the values (statistics still valid)
+  Ranges,   // the extent may have changed: listeners take their ranges anew
+  Inserted, // a value was inserted at the index (a Ranges notice follows)
+  Deleted,  // the value at the index was deleted (a notice of the change follows)
+  Cleared   // all values went (a Ranges notice follows)
 };
 
-class TQyCustomDoubleVector : public QObject, public TQyRecording {
+// Whatever uses a vector (a series, a chart of its own) hears of its changes through this.
+class IQyVectorListener {
+public:
+  virtual ~IQyVectorListener() = default;
+  // On the vector's thread. `index` is the place of Inserted and Deleted, else -1.
+  virtual void VectorChanged(TQyCustomDoubleVector* vector, TQyVectorChange change, int index) = 0;
+};
+
+class TQyCustomDoubleVector : public QObject, public TQyRecording, public IQyStateful {
   Q_OBJECT
 public:
   explicit TQyCustomDoubleVector(QObject* owner = nullptr);
@@ -80,9 +95,9 @@ public:
   void ResetRelatedSeries();
   void InvalidateRelatedSeries();
 
-  // ---- listeners: series and other objects (TQyVectorListener) that use this vector
-  void AddListener(QObject* listener);
-  void RemoveListener(QObject* listener);
+  // ---- listeners: the series and other objects that use this vector
+  void AddListener(IQyVectorListener* listener);
+  void RemoveListener(IQyVectorListener* listener);
   QList<QObject*> RelatedSeries() const;
 
   // Appends may come from a worker thread while the interface thread reads. Writers take the lock
@@ -91,14 +106,17 @@ public:
   // to write them.
   std::shared_lock<std::shared_mutex> ReadLock();
 
-  // What a change means to the listeners, weakest first.
-  enum class TQyVectorChange { Appended, Changed, Reset, Ranges };
+  // The whole data for the undo stack: the values and the outlier indices.
+  void WriteState(QIODevice& device) override;
+  void ReadState(QIODevice& device) override;
 
 protected:
   // Tells every listener, on the interface thread; changes from other threads are coalesced into
   // one queued notification of the strongest kind.
   void NotifyListeners(TQyVectorChange change);
-  void Deliver(TQyVectorChange change);
+  void Deliver(TQyVectorChange change, int index = -1);
+  // Marker notices (insert, delete, clear): told at once, and only on the vector's own thread.
+  void NotifyAtOnce(TQyVectorChange change, int index);
   void StoreValue(int i, double v); // CheckCount + store, no statistics
   void CheckMinMaxLocked();
 
@@ -116,7 +134,7 @@ protected:
   bool FHasOutliers = false;
   TQyIntegerVector FOutliers;
   std::vector<double> FValues;
-  QList<QPointer<QObject>> FRelatedSeries;
+  QList<TQyInterfacePointer<IQyVectorListener>> FRelatedSeries;
   mutable std::shared_mutex FLock;
   std::atomic<int> FPendingChange{-1};
 
@@ -191,6 +209,7 @@ public:
   double GetValue(int i) const override { return FPartner ? i : 0; }
   void SetValue(int i, double v) override;
   bool IsChanged() const override { return FPartner && FPartner->IsChanged(); }
+  bool HasState() const override { return false; } // no data of its own
 
 private:
   QPointer<TQyCustomDoubleVector> FPartner;
