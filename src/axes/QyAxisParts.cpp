@@ -1,7 +1,6 @@
 // Partition finders of an axis: how coarse the labels may be so that they fit, how many digits a
 // label needs, and when a common power of ten leaves the labels for one extra exponent.
 #include "QyAxis.h"
-#include "QyGraph2D.h"
 #include "QyMath.h"
 #include "QyRounding.h"
 #include "QyTextFormat.h"
@@ -16,7 +15,7 @@ constexpr int MaxPartSearch = 60;
 // client extent, which the layout gives the control anyway; reading it from the graph keeps the
 // first layout of a new axis from fitting labels into the control's initial size.
 int TQyAxis::LabelExtent() const {
-  const QWidget* room = Graph() ? static_cast<const QWidget*>(Graph()) : this;
+  const QWidget* room = Graph() ? parentWidget() : this;
   return GetHorizontal() ? room->width() : room->height();
 }
 

@@ -312,3 +312,16 @@ QList<TQyCustomDoubleVector*> TQyGraph2D::GetVectorsList() const {
   }
   return out;
 }
+
+// ---- what the layout pass asks of the graph ----------------------------------------------------
+
+void TQyGraph2D::ZoomReset() {
+  for (TQyAxis* a : Axes()) a->RangeModified();
+  SeriesModified();
+}
+
+// The graph's other parts (legends, scroll bars) take their margins here.
+void TQyGraph2D::TakeLayoutMargins(TQyLayoutMargins&) {}
+
+// The graph's other parts place themselves by the data area here.
+void TQyGraph2D::DataAreaPlaced(const QRectF&) {}

@@ -1,6 +1,5 @@
 #include "QySeries.h"
 #include "QyAxis.h"
-#include "QyGraph2D.h"
 #include "QyRounding.h"
 #include "QyStyles.h"
 #include "QyVectors.h"
@@ -60,7 +59,7 @@ TQySeries::~TQySeries() {
     if (v) v->RemoveListener(this);
 }
 
-TQyGraph2D* TQySeries::Graph() const { return FGraph; }
+IQySeriesHost* TQySeries::Graph() const { return FGraph; }
 
 void TQySeries::RegisterVariables() {
   RegisterStringVariable(this, "Name", QyText(QyRes::SeriesVarName), [this] { return objectName(); });
@@ -134,7 +133,7 @@ void TQySeries::SetLayer(int layer) {
 void TQySeries::SetVisible(bool value) {
   QyAssign(this, UndoRecorder(), FVisible, value, QyRes::SeriesVisible, "Visible", [this] {
     TestVisibleChanged();
-    if (FGraph) FGraph->update();
+    Invalidate();
     LegendsModified();
   });
 }
@@ -156,7 +155,7 @@ void TQySeries::LeaveGraph() {
   for (TQyAxis* a : {FXAxis.data(), FYAxis.data()})
     if (a) a->RemoveSeries(this);
   if (FGraph) {
-    TQyGraph2D* g = FGraph;
+    IQySeriesHost* g = FGraph;
     FGraph = nullptr;
     g->UnregisterSeries(this);
     if (!FDestroying && !g->Destroying()) {
@@ -173,7 +172,7 @@ void TQySeries::TestAllAssigned() {
     LeaveGraph();
     return;
   }
-  auto* graph = qobject_cast<TQyGraph2D*>(FYAxis->parentWidget());
+  auto* graph = dynamic_cast<IQySeriesHost*>(FYAxis->parentWidget());
   if (FGraph && FGraph != graph) {
     FGraph->UnregisterSeries(this);
     FGraph = nullptr;
@@ -181,7 +180,7 @@ void TQySeries::TestAllAssigned() {
   if (graph && FGraph != graph) {
     FGraph = graph;
     graph->RegisterSeries(this);
-    if (!UndoRecorder()) SetUndoStack(graph->UndoRecorder());
+    if (!UndoRecorder()) SetUndoStack(graph->GetUndoStack());
   }
   if (!FGraph || FGraph->Destroying()) return;
   if (!FXData) FXData = FDataIndexer;
@@ -192,6 +191,30 @@ void TQySeries::TestAllAssigned() {
   RangesModified();
   LegendsModified();
   FGraph->Modified();
+}
+
+// ---- what the axes ask ------------------------------------------------------------------------
+
+void TQySeries::DataExtent(bool x, double& lo, double& hi) const {
+  lo = x ? FLimitMinX : FLimitMinY;
+  hi = x ? FLimitMaxX : FLimitMaxY;
+}
+
+double TQySeries::SmallestPositive(bool x, double below) {
+  TQyCustomDoubleVector* data = x ? FXData : FYData;
+  const int n = data ? data->Count() : GetCount();
+  double best = 0;
+  for (int i = 0; i < n; ++i) {
+    const double raw = data ? data->GetValue(i) : double(i);
+    const double v = x ? TransformX(raw, i) : TransformY(raw, i);
+    if (v > 0 && v < below && (best == 0 || v < best)) best = v;
+  }
+  return best;
+}
+
+void TQySeries::AxisDestroyed(TQyAxis* axis) {
+  if (FXAxis == axis) SetXAxis(nullptr);
+  if (FYAxis == axis) SetYAxis(nullptr);
 }
 
 void TQySeries::VectorChanged(TQyCustomDoubleVector* vector, TQyVectorChange change, int index) {
@@ -336,7 +359,7 @@ void TQySeries::SetLastCount(int n) {
 }
 
 void TQySeries::Invalidate() {
-  if (FGraph) FGraph->update();
+  if (FGraph) FGraph->Invalidate();
 }
 
 void TQySeries::LegendsModified() {
@@ -372,6 +395,6 @@ QRectF TQySeries::DataArea() const { return FGraph ? FGraph->DataArea() : QRectF
 bool TQySeries::CanDoCanvasDraw() const {
   if (!FGraph || FGraph->RenderingToImage()) return false;
   const TQyColor c = FLine->GetColor();
-  return FGraph->GetSmoothingMode() == TQySmoothingMode::None && FCount > 100 && (c >> 24) == 0xFF &&
+  return FGraph->NoSmoothing() && FCount > 100 && (c >> 24) == 0xFF &&
          (FLine->GetWidth() <= 1 || FLine->GetDashStyle() == TDashStyle::DashStyleSolid);
 }

@@ -3,6 +3,8 @@
 // of pixel points. Every series type derives from TQySeries; TQyLineSeries draws a polyline.
 #include "QyLocalize.h"
 #include "QyAxis.h"
+#include "QyInterfacePointer.h"
+#include "QySeriesHost.h"
 #include "QyStyles.h"
 #include "QyVectors.h"
 #include "QyPlainVectors.h"
@@ -18,7 +20,6 @@
 #include <functional>
 
 class TQyAxis;
-class TQyGraph2D;
 class TQyCustomDoubleVector;
 class TQyIndexer;
 class TQyLineSettings;
@@ -79,7 +80,7 @@ struct TQyNearestPointResult {
   QPointF Point;
 };
 
-class TQySeries : public QObject, public TQyRecording, public IQyVectorListener {
+class TQySeries : public QObject, public TQyRecording, public IQyVectorListener, public IQyAxisSeries {
   Q_OBJECT
   QY_PROPERTY_CUSTOM(bool, Visible) = true;
   QY_PROPERTY_CUSTOM(QString, Caption);
@@ -116,7 +117,7 @@ public:
   int GetLayer() const { return FLayer; }
   void SetLayer(int layer);
   void RenumberLayer(int layer) { FLayer = layer; } // renumbering by the graph, not a user change
-  TQyGraph2D* Graph() const;
+  IQySeriesHost* Graph() const;
   TQyPointSymbolSettings* PointSymbol() const { return FPointSymbol; }
   TQyPointSymbolSettings* OutOfRangePointSymbol() const { return FOutOfRangePointSymbol; }
   virtual void SetUndoStack(TQyUndoRecorder* recorder);
@@ -163,6 +164,10 @@ public:
   void SetLastCount(int n);
   void Invalidate();
   void LegendsModified();
+  // ---- what the axes ask
+  void DataExtent(bool x, double& lo, double& hi) const override;
+  double SmallestPositive(bool x, double below) override;
+  void AxisDestroyed(TQyAxis* axis) override;
   // A data vector of the series changed.
   void VectorChanged(TQyCustomDoubleVector* vector, TQyVectorChange change, int index) override;
   bool CanDoCanvasDraw() const;
@@ -253,7 +258,7 @@ protected:
   QPointer<TQyAxis> FXAxis, FYAxis;
   QPointer<TQyCustomDoubleVector> FXData, FYData;
   QPointer<TQySeries> FMergeLegendItemWith, FDrawBandTo, FRangeFromFunction;
-  QPointer<TQyGraph2D> FGraph;
+  TQyInterfacePointer<IQySeriesHost> FGraph;
   TQyIndexer* FDataIndexer = nullptr;
   TQyPointSymbolSettings* FPointSymbol = nullptr;
   TQyPointSymbolSettings* FOutOfRangePointSymbol = nullptr;

@@ -1,7 +1,6 @@
 // The legend sample of a series: area, line and symbol in a small rectangle; series merged into
 // one legend row share the rectangle by halves or diagonals.
 #include "QyDrawing.h"
-#include "QyGraph2D.h"
 #include "QySeries.h"
 #include "QyStyles.h"
 #include <QPainter>

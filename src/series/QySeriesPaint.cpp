@@ -1,7 +1,6 @@
 // Drawing of a series: the area under or between curves, the polyline, and the order of both
 // with error bars and symbols.
 #include "QyAxis.h"
-#include "QyGraph2D.h"
 #include "QyRounding.h"
 #include "QySeries.h"
 #include "QyStyles.h"

@@ -1,6 +1,5 @@
 // From data to pixel points: the visible window, the thinning per pixel column, band points.
 #include "QyAxis.h"
-#include "QyGraph2D.h"
 #include "QySeries.h"
 #include "QyStyles.h"
 #include "QyVectors.h"
@@ -99,7 +98,7 @@ void TQySeries::CalculatePoints() {
     FColumnPoint = 0;
     if (FGraph) {
       const int m = int(std::ceil(FPointSymbol->GetSize())) + 1; // symbols just outside still show
-      FScatterCells.Reset(QRect(0, 0, FGraph->width(), FGraph->height()).adjusted(-m, -m, m, m));
+      FScatterCells.Reset(QRect(QPoint(0, 0), FGraph->ClientSize()).adjusted(-m, -m, m, m));
     }
   }
   FCount = GetCount();

@@ -2,7 +2,6 @@
 // holes that translucent symbols cut into the clip before the line is drawn.
 #include "QyAxis.h"
 #include "QyDrawing.h"
-#include "QyGraph2D.h"
 #include "QySeries.h"
 #include "QyStyles.h"
 #include "QyVectors.h"
@@ -55,7 +54,7 @@ bool TQySeries::NeedsHoles() const {
 
 template <class F> void TQySeries::ForEachDistinctSymbol(F f) {
   const int m = int(std::ceil(std::max(FPointSymbol->GetSize(), FOutOfRangePointSymbol->GetSize()))) + 1;
-  FDrawCells.Reset(QRect(0, 0, FGraph->width(), FGraph->height()).adjusted(-m, -m, m, m));
+  FDrawCells.Reset(QRect(QPoint(0, 0), FGraph->ClientSize()).adjusted(-m, -m, m, m));
   for (int k = 0; k < FPointCount; ++k)
     if (FDrawCells.Claim(FPoints[k])) f(k);
 }
