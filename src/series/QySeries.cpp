@@ -31,12 +31,16 @@ TQySeries::TQySeries(QObject* owner) : QObject(owner) {
   connect(this, &QObject::objectNameChanged, this, [this] { VariableObjects.Update(); });
   FLimitMinX = FLimitMinY = MaxDouble;
   FLimitMaxX = FLimitMaxY = -MaxDouble;
+  FDataIndexer = new TQyIndexer(this);
+  FCaption = metaObject()->className();
+}
+
+TQyLineSeries::TQyLineSeries(QObject* owner) : TQySeries(owner) {
   auto modified = [this] { PointsModified(); TestVisibleChanged(); };
   FLine = new TQyLineSettings(modified, this);
   FArea = new TQyAreaSettings(modified, this);
   FPointSymbol = new TQyPointSymbolSettings(modified, this);
   FOutOfRangePointSymbol = new TQyPointSymbolSettings(modified, this);
-  FDataIndexer = new TQyIndexer(this);
   if (DefaultLookCounter >= 6) DefaultLookCounter = 0;
   const DefaultLook& look = DefaultLooks[DefaultLookCounter++];
   FLine->SetColor(look.line);
@@ -48,7 +52,6 @@ TQySeries::TQySeries(QObject* owner) : QObject(owner) {
   FPointSymbol->SetFillColor(look.fill);
   FOutOfRangePointSymbol->SetBorderColor(0xFF696969);
   FOutOfRangePointSymbol->SetFillColor(0xFFD3D3D3);
-  FCaption = metaObject()->className();
 }
 
 TQySeries::~TQySeries() {
@@ -68,8 +71,10 @@ void TQySeries::RegisterVariables() {
 
 QString TQySeries::ToString() const { return FCaption.isEmpty() ? objectName() : FCaption; }
 
-void TQySeries::SetUndoStack(TQyUndoRecorder* recorder) {
-  SetUndoRecorder(recorder);
+void TQySeries::SetUndoStack(TQyUndoRecorder* recorder) { SetUndoRecorder(recorder); }
+
+void TQyLineSeries::SetUndoStack(TQyUndoRecorder* recorder) {
+  TQySeries::SetUndoStack(recorder);
   for (TQyStyleObject* s : std::initializer_list<TQyStyleObject*>{FLine, FArea, FPointSymbol, FOutOfRangePointSymbol})
     s->SetUndoStack(recorder);
 }
@@ -110,13 +115,13 @@ void TQySeries::SetYData(TQyCustomDoubleVector* vector) {
   ReplaceData(FYData, FXData, vector, QyRes::SeriesYData, "YData");
 }
 
-void TQySeries::SetDrawBandTo(TQySeries* series) {
+void TQyLineSeries::SetDrawBandTo(TQySeries* series) {
   if (series == this) series = nullptr;
   FDrawBandTo = series;
   PointsModified();
 }
 
-void TQySeries::SetRangeFromFunction(TQySeries* series) {
+void TQyLineSeries::SetRangeFromFunction(TQySeries* series) {
   if (series == this) series = nullptr;
   if (FRangeFromFunction == series) return;
   FRangeFromFunction = series;
@@ -233,9 +238,14 @@ void TQySeries::VectorChanged(TQyCustomDoubleVector* vector, TQyVectorChange cha
 // ---- counts and transformations ---------------------------------------------------------------
 
 int TQySeries::GetCount() {
-  FMinimumCount = FPointSymbol->GetVisible() ? 1 : 2;
   if (!FXData || !FYData) return 0;
   return std::min(FXData->GetCount(), FYData->GetCount());
+}
+
+// A single value draws only as a symbol.
+int TQyLineSeries::GetCount() {
+  FMinimumCount = FPointSymbol->GetVisible() ? 1 : 2;
+  return TQySeries::GetCount();
 }
 
 double TQySeries::TransformX(double value, int i) {
@@ -251,7 +261,9 @@ bool TQySeries::HasValuesAt(int i) const {
   return !(FXData && FXData->IsOutlier(i)) && !(FYData && FYData->IsOutlier(i));
 }
 
-bool TQySeries::SeriesVisible() const {
+bool TQySeries::SeriesVisible() const { return FVisible; }
+
+bool TQyLineSeries::SeriesVisible() const {
   return FVisible && (FLine->GetVisible() || FArea->GetVisible() || FPointSymbol->GetVisible());
 }
 
@@ -366,7 +378,7 @@ void TQySeries::LegendsModified() {
   if (FGraph) FGraph->LegendsModified();
 }
 
-void TQySeries::TestVisibleChanged() {
+void TQyLineSeries::TestVisibleChanged() {
   if (!FGraph) return;
   FPen = FLine->GetPen(DataArea());
   FBrush = FArea->GetBrush(DataArea());
@@ -379,6 +391,11 @@ void TQySeries::TestVisibleChanged() {
     FLastSymbolSize = FPointSymbol->GetSize();
     LegendsModified();
   }
+  TQySeries::TestVisibleChanged();
+}
+
+void TQySeries::TestVisibleChanged() {
+  if (!FGraph) return;
   Invalidate();
   const bool visible = SeriesVisible();
   if (visible != FLastVisible) {
@@ -392,7 +409,7 @@ void TQySeries::TestVisibleChanged() {
 
 QRectF TQySeries::DataArea() const { return FGraph ? FGraph->DataArea() : QRectF(); }
 
-bool TQySeries::CanDoCanvasDraw() const {
+bool TQyLineSeries::CanDoCanvasDraw() const {
   if (!FGraph || FGraph->RenderingToImage()) return false;
   const TQyColor c = FLine->GetColor();
   return FGraph->NoSmoothing() && FCount > 100 && (c >> 24) == 0xFF &&

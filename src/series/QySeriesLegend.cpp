@@ -38,7 +38,7 @@ QPolygonF AreaOf(const QRectF& r, LegendItemStyle style) {
 }
 } // namespace
 
-void TQySeries::DrawListItem(const TQyLegendItemDrawArgs& args, LegendItemStyle style) {
+void TQyLineSeries::DrawListItem(const TQyLegendItemDrawArgs& args, LegendItemStyle style) {
   QPainter* g = args.Graphics;
   const QRectF& r = args.Rect;
   const bool twoLooks = FRangeFromFunction && FOutOfRangePointSymbol->GetVisible();
@@ -84,8 +84,8 @@ void TQySeries::DrawMergedItems(const TQyLegendItemDrawArgs& args) {
       if (s != this && s->GetMergeLegendItemWith() == this && !group.contains(s)) group << s;
   int lines = 0, areas = 0;
   for (TQySeries* s : group) {
-    lines += s->GetLine()->GetVisible();
-    areas += s->GetArea()->GetVisible();
+    lines += s->SampleHasLine();
+    areas += s->SampleHasArea();
   }
   const bool split = std::max(lines, areas) > 1;
   static constexpr LegendItemStyle Parts[] = {LegendItemStyle::AscendingDiagonal, LegendItemStyle::DescendingDiagonal};

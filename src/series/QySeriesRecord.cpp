@@ -78,14 +78,18 @@ void TQySeries::WriteRecord(QVariantMap& r) const {
   r["AutoUpdate"] = FAutoUpdate;
   r["IncludeInLegend"] = FIncludeInLegend;
   r["Layer"] = FLayer;
-  r["Line"] = StyleRecord(FLine);
-  r["Area"] = StyleRecord(FArea);
   // The indexer that stands in for a missing vector is written as no reference.
   r["XData"] = FXData == FDataIndexer ? QString() : NameOf(FXData);
   r["YData"] = FYData == FDataIndexer ? QString() : NameOf(FYData);
   r["XAxis"] = NameOf(FXAxis);
   r["YAxis"] = NameOf(FYAxis);
   r["MergeLegendItemWith"] = NameOf(FMergeLegendItemWith);
+}
+
+void TQyLineSeries::WriteRecord(QVariantMap& r) const {
+  TQySeries::WriteRecord(r);
+  r["Line"] = StyleRecord(FLine);
+  r["Area"] = StyleRecord(FArea);
   r["DrawBandTo"] = NameOf(FDrawBandTo);
   WriteSymbol(r, "PointSymbol.", FPointSymbol);
   WriteSymbol(r, "OutOfRangeSymbol.", FOutOfRangePointSymbol);
@@ -98,19 +102,23 @@ void TQySeries::ReadRecord(const QVariantMap& r, const TQyReferenceResolver& res
   if (r.contains("OutliersVisible")) SetOutliersVisible(r["OutliersVisible"].toBool());
   if (r.contains("AutoUpdate")) SetAutoUpdate(r["AutoUpdate"].toBool());
   if (r.contains("IncludeInLegend")) SetIncludeInLegend(r["IncludeInLegend"].toBool());
-  if (r.contains("Line")) ReadStyle(FLine, r["Line"]);
-  if (r.contains("Area")) ReadStyle(FArea, r["Area"]);
   if (r.contains("XData")) SetXData(Resolve<TQyCustomDoubleVector>(r, "XData", resolve));
   if (r.contains("YData")) SetYData(Resolve<TQyCustomDoubleVector>(r, "YData", resolve));
   if (r.contains("XAxis")) SetXAxis(Resolve<TQyAxis>(r, "XAxis", resolve));
   if (r.contains("YAxis")) SetYAxis(Resolve<TQyAxis>(r, "YAxis", resolve));
   if (r.contains("MergeLegendItemWith")) SetMergeLegendItemWith(Resolve<TQySeries>(r, "MergeLegendItemWith", resolve));
+  // After the references: joining a graph numbers the layer.
+  if (r.contains("Layer")) SetLayer(r["Layer"].toInt());
+}
+
+void TQyLineSeries::ReadRecord(const QVariantMap& r, const TQyReferenceResolver& resolve) {
+  if (r.contains("Line")) ReadStyle(FLine, r["Line"]);
+  if (r.contains("Area")) ReadStyle(FArea, r["Area"]);
+  TQySeries::ReadRecord(r, resolve);
   if (r.contains("DrawBandTo")) SetDrawBandTo(Resolve<TQySeries>(r, "DrawBandTo", resolve));
   ReadSymbol(r, "PointSymbol.", FPointSymbol);
   ReadSymbol(r, "OutOfRangeSymbol.", FOutOfRangePointSymbol);
   if (r.contains("RangeFromFunction")) SetRangeFromFunction(Resolve<TQySeries>(r, "RangeFromFunction", resolve));
-  // After the references: joining a graph numbers the layer.
-  if (r.contains("Layer")) SetLayer(r["Layer"].toInt());
 }
 
 // ---- error bars: the indicator's look and the four delta vectors
