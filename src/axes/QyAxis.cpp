@@ -1,9 +1,7 @@
 #include "QyAxis.h"
 #include "QyListLink.h"
-#include "QyGraph2D.h"
 #include "QyMath.h"
 #include "QyRounding.h"
-#include "QySeries.h"
 #include "QyStyles.h"
 #include <QEvent>
 #include <QResizeEvent>
@@ -37,14 +35,12 @@ TQyAxis::TQyAxis(QWidget* parent) : QWidget(parent) {
 
 TQyAxis::~TQyAxis() {
   FDestroying = true;
-  for (const auto& s : FSeries)
-    if (s) {
-      if (s->GetXAxis() == this) s->SetXAxis(nullptr);
-      if (s->GetYAxis() == this) s->SetYAxis(nullptr);
-    }
+  const auto series = FSeries; // a series leaves the list as it lets go
+  for (const auto& s : series)
+    if (s) s->AxisDestroyed(this);
 }
 
-TQyGraph2D* TQyAxis::Graph() const { return qobject_cast<TQyGraph2D*>(parentWidget()); }
+IQyAxisHost* TQyAxis::Graph() const { return dynamic_cast<IQyAxisHost*>(parentWidget()); }
 
 QString TQyAxis::ToString() const { return FCaption.isEmpty() ? objectName() : FCaption; }
 
@@ -101,7 +97,7 @@ void TQyAxis::changeEvent(QEvent* e) {
   QWidget::changeEvent(e);
   if (e->type() == QEvent::ParentChange) {
     if (auto* g = Graph()) {
-      if (!UndoRecorder()) SetUndoStack(g->UndoRecorder());
+      if (!UndoRecorder()) SetUndoStack(g->GetUndoStack());
       g->TestPrimaryAxis();
     }
     Modified();
@@ -110,14 +106,16 @@ void TQyAxis::changeEvent(QEvent* e) {
 
 // ---- series -----------------------------------------------------------------------------------
 
-void TQyAxis::AddSeries(TQySeries* series) {
-  if (series && !FSeries.contains(series)) FSeries.append(series);
+void TQyAxis::AddSeries(IQyAxisSeries* series) {
+  if (series && !Series().contains(series)) FSeries.append(series);
 }
 
-void TQyAxis::RemoveSeries(TQySeries* series) { FSeries.removeAll(series); }
+void TQyAxis::RemoveSeries(IQyAxisSeries* series) {
+  FSeries.removeIf([series](const auto& s) { return s.data() == series; });
+}
 
-QList<TQySeries*> TQyAxis::Series() const {
-  QList<TQySeries*> out;
+QList<IQyAxisSeries*> TQyAxis::Series() const {
+  QList<IQyAxisSeries*> out;
   for (const auto& s : FSeries)
     if (s) out.append(s);
   return out;

@@ -1,7 +1,10 @@
 #pragma once
 // An axis: one numeric range mapped to a pixel interval, its ticks and labels, and the layout pass
 // that places all axes, margins and the data area of a graph.
+#include "QyAxisHost.h"
+#include "QyAxisSeries.h"
 #include "QyDateTime.h"
+#include "QyInterfacePointer.h"
 #include "QyLocalize.h"
 #include "QyStyles.h"
 #include "QyPlainVectors.h"
@@ -19,8 +22,6 @@
 #include <memory>
 #include <vector>
 
-class TQySeries;
-class TQyGraph2D;
 class TQyAxisArrowPoint;
 class TQyDoubleVector;
 class TQyListLink;
@@ -230,9 +231,9 @@ public:
   int ScrollPosition(double value) const;
 
   // ---- series on this axis
-  void AddSeries(TQySeries* series);
-  void RemoveSeries(TQySeries* series);
-  QList<TQySeries*> Series() const;
+  void AddSeries(IQyAxisSeries* series);
+  void RemoveSeries(IQyAxisSeries* series);
+  QList<IQyAxisSeries*> Series() const;
 
   // ---- property accessors written out
   float GetMajorTickThicknes() const { return FMajorTickThicknes; }
@@ -278,7 +279,8 @@ public:
   int LabelCount() const { return int(FTickLabels.size()); }
   const TQyRichCaptionObject& Label(int i) const;
   TQyRichCaptionObject* CaptionObject() const { return FCaptionObject.get(); }
-  TQyGraph2D* Graph() const;
+  // The graph the axis stands in; nullptr for a free axis.
+  IQyAxisHost* Graph() const;
 
   TQyScaleLabelEventHandler OnGetScaleLabel;
   TQyNotifyEvent OnGetTicks;
@@ -358,5 +360,5 @@ private:
   double FMinorPartitions[3] = {0.1, 0.1, 0.02};
   std::vector<double> FZoomStarts, FZoomStops;
   int FZoomStage = 0;
-  QList<QPointer<TQySeries>> FSeries;
+  QList<TQyInterfacePointer<IQyAxisSeries>> FSeries;
 };

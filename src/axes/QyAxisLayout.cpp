@@ -1,18 +1,14 @@
 // The layout pass: any axis starts it, and it places every axis of the parent, the margins and the
 // data area of the graph, in one sweep.
 #include "QyAxis.h"
-#include "QyGraph2D.h"
+#include "QyGraphPart.h"
 #include "QyRounding.h"
-#include "QySeries.h"
 #include "QyStyles.h"
 #include <cmath>
 
 namespace {
 constexpr float MinAxisLength = 40;
-
-struct Margins {
-  float left = 0, right = 0, top = 0, bottom = 0;
-};
+using Margins = TQyLayoutMargins;
 } // namespace
 
 // One pass over the axes of a parent; holds what the steps hand to each other.
@@ -49,7 +45,7 @@ private:
   bool TakesMargin(TQyAxis* a) const;
 
   TQyAxis* FStarter;
-  TQyGraph2D* FGraph;
+  IQyAxisHost* FGraph;
   QList<TQyAxis*> FAxes;
   int FWidth, FHeight;
   Margins FM;
@@ -101,18 +97,15 @@ void TQyAxisLayout::FirstRound() {
 
 void TQyAxisLayout::StartMargins() {
   if (!FGraph) return;
-  FM.left = Ceil(FGraph->GetDistanceBorderAxisLeft());
-  FM.right = Ceil(FGraph->GetDistanceBorderAxisRight());
-  FM.top = Ceil(FGraph->GetDistanceBorderAxisTop());
-  FM.bottom = Ceil(FGraph->GetDistanceBorderAxisBottom());
+  FM.Left = Ceil(FGraph->GetDistanceBorderAxisLeft());
+  FM.Right = Ceil(FGraph->GetDistanceBorderAxisRight());
+  FM.Top = Ceil(FGraph->GetDistanceBorderAxisTop());
+  FM.Bottom = Ceil(FGraph->GetDistanceBorderAxisBottom());
   TQyRichCaptionObject* title = FGraph->CaptionObject();
-  if (FGraph->GetCaptionVisible() && !FGraph->GetCaption().isEmpty())
-    FM.top = Ceil(FM.top + title->Height() + FGraph->GetCaptionDistanceBefore() +
+  if (FGraph->TitleShown())
+    FM.Top = Ceil(FM.Top + title->Height() + FGraph->GetCaptionDistanceBefore() +
                   FGraph->GetCaptionDistanceAfter());
-  // The graph's other parts (legends on a side, scroll bars) take their margins next.
-  TQyLayoutMargins parts{FM.left, FM.top, FM.right, FM.bottom};
-  FGraph->TakePartMargins(parts);
-  FM = {parts.Left, parts.Right, parts.Top, parts.Bottom};
+  FGraph->TakeLayoutMargins(FM); // the graph's other parts: legends on a side, scroll bars
 }
 
 // The thickness of the band an axis needs across its direction.
@@ -153,10 +146,10 @@ void TQyAxisLayout::AxisBands() {
     else geo.setSize(horizontal ? QSize(geo.width(), band) : QSize(band, geo.height()));
     if (FGraph && a->FVisible && TakesMargin(a)) {
       switch (a->FPosition) {
-      case TQyAxisPosition::Bottom: FM.bottom += band; geo.moveTop(FHeight - int(FM.bottom)); FKeepBottom = a; break;
-      case TQyAxisPosition::Left: geo.moveLeft(int(FM.left)); FM.left += band; FKeepLeft = a; break;
-      case TQyAxisPosition::Top: geo.moveTop(int(FM.top)); FM.top += band; FKeepTop = a; break;
-      case TQyAxisPosition::Right: FM.right += band; geo.moveLeft(FWidth - int(FM.right)); FKeepRight = a; break;
+      case TQyAxisPosition::Bottom: FM.Bottom += band; geo.moveTop(FHeight - int(FM.Bottom)); FKeepBottom = a; break;
+      case TQyAxisPosition::Left: geo.moveLeft(int(FM.Left)); FM.Left += band; FKeepLeft = a; break;
+      case TQyAxisPosition::Top: geo.moveTop(int(FM.Top)); FM.Top += band; FKeepTop = a; break;
+      case TQyAxisPosition::Right: FM.Right += band; geo.moveLeft(FWidth - int(FM.Right)); FKeepRight = a; break;
       }
     }
     a->setGeometry(geo);
@@ -214,7 +207,7 @@ void TQyAxisLayout::Overhangs(TQyAxis* a, float& atStart, float& atStop) const {
   if (!a->GetIsClipped()) {
     // Series ask for room for half a symbol: sides 0 bottom, 1 left, 2 top, 3 right.
     const int startSide = horizontal ? 1 : 0, stopSide = horizontal ? 3 : 2;
-    for (TQySeries* s : a->Series()) {
+    for (IQyAxisSeries* s : a->Series()) {
       atStart = std::max(atStart, s->ExtraSpaceAt(startSide));
       atStop = std::max(atStop, s->ExtraSpaceAt(stopSide));
     }
@@ -234,11 +227,11 @@ void TQyAxisLayout::CommonMargins() {
     float atStart, atStop;
     Overhangs(a, atStart, atStop);
     if (a->GetHorizontal()) {
-      over.left = std::max(over.left, a->FTwisted ? atStop : atStart);
-      over.right = std::max(over.right, a->FTwisted ? atStart : atStop);
+      over.Left = std::max(over.Left, a->FTwisted ? atStop : atStart);
+      over.Right = std::max(over.Right, a->FTwisted ? atStart : atStop);
     } else {
-      over.bottom = std::max(over.bottom, a->FTwisted ? atStop : atStart);
-      over.top = std::max(over.top, a->FTwisted ? atStart : atStop);
+      over.Bottom = std::max(over.Bottom, a->FTwisted ? atStop : atStart);
+      over.Top = std::max(over.Top, a->FTwisted ? atStart : atStop);
     }
   }
   if (FGraph->GetZeroOrigin()) {
@@ -252,12 +245,12 @@ void TQyAxisLayout::CommonMargins() {
     else if (margin >= overhang) margin = Ceil(linePos + keeper->GetDistanceValuesAxis());
     else margin = overhang;
   };
-  if (FKeepLeft) side(FM.left, over.left, FKeepLeft, FKeepLeft->x() + FKeepLeft->FOriginX); else FM.left += over.left;
-  if (FKeepTop) side(FM.top, over.top, FKeepTop, FKeepTop->y() + FKeepTop->FOriginY); else FM.top += over.top;
-  if (FKeepRight) side(FM.right, over.right, FKeepRight, FWidth - (FKeepRight->x() + FKeepRight->FOriginX));
-  else FM.right += over.right;
-  if (FKeepBottom) side(FM.bottom, over.bottom, FKeepBottom, FHeight - (FKeepBottom->y() + FKeepBottom->FOriginY));
-  else FM.bottom += over.bottom;
+  if (FKeepLeft) side(FM.Left, over.Left, FKeepLeft, FKeepLeft->x() + FKeepLeft->FOriginX); else FM.Left += over.Left;
+  if (FKeepTop) side(FM.Top, over.Top, FKeepTop, FKeepTop->y() + FKeepTop->FOriginY); else FM.Top += over.Top;
+  if (FKeepRight) side(FM.Right, over.Right, FKeepRight, FWidth - (FKeepRight->x() + FKeepRight->FOriginX));
+  else FM.Right += over.Right;
+  if (FKeepBottom) side(FM.Bottom, over.Bottom, FKeepBottom, FHeight - (FKeepBottom->y() + FKeepBottom->FOriginY));
+  else FM.Bottom += over.Bottom;
 }
 
 void TQyAxisLayout::FinalLengths() {
@@ -271,13 +264,13 @@ void TQyAxisLayout::FinalLengths() {
   for (TQyAxis* a : FAxes) {
     if (!a->FAutoSize) continue;
     if (a->GetHorizontal()) {
-      a->FOriginX = FM.left;
-      FM.right = std::max(FM.right, float(Ceil(a->FMajorTickThicknes / 2)));
-      SetLength(a, FWidth - FM.left - FM.right);
+      a->FOriginX = FM.Left;
+      FM.Right = std::max(FM.Right, float(Ceil(a->FMajorTickThicknes / 2)));
+      SetLength(a, FWidth - FM.Left - FM.Right);
     } else {
-      a->FOriginY = FM.top;
-      FM.top = std::max(FM.top, float(Ceil(a->FMajorTickThicknes / 2)));
-      SetLength(a, FHeight - FM.top - FM.bottom);
+      a->FOriginY = FM.Top;
+      FM.Top = std::max(FM.Top, float(Ceil(a->FMajorTickThicknes / 2)));
+      SetLength(a, FHeight - FM.Top - FM.Bottom);
     }
     a->CalculateTicks();
   }
@@ -301,11 +294,11 @@ void DropTickAt(TQySingleVector& ticks, TQyBooleanVector& major, TQyBooleanVecto
 } // namespace
 
 void TQyAxisLayout::ZeroOriginLengths(TQyAxis* x, TQyAxis* y) {
-  x->FOriginX = FM.left;
-  SetLength(x, FWidth - FM.left - FM.right);
+  x->FOriginX = FM.Left;
+  SetLength(x, FWidth - FM.Left - FM.Right);
   x->CalculateTicks();
-  y->FOriginY = FM.top;
-  SetLength(y, FHeight - FM.top - FM.bottom);
+  y->FOriginY = FM.Top;
+  SetLength(y, FHeight - FM.Top - FM.Bottom);
   y->CalculateTicks();
   auto crosses = [](TQyAxis* a) { return !a->FLogActive && a->FStart < 0 && a->FStop > 0; };
   const bool xCross = crosses(x), yCross = crosses(y);
@@ -325,7 +318,8 @@ void TQyAxisLayout::ZeroOriginLengths(TQyAxis* x, TQyAxis* y) {
 
 void TQyAxisLayout::DataArea() {
   if (!FGraph) return;
-  FGraph->SetDataArea(QRectF(FM.left, FM.top, FWidth - FM.left - FM.right + 1, FHeight - FM.top - FM.bottom + 1));
+  const QRectF area(FM.Left, FM.Top, FWidth - FM.Left - FM.Right + 1, FHeight - FM.Top - FM.Bottom + 1);
+  FGraph->SetDataArea(area);
   TQyRichCaptionObject* title = FGraph->CaptionObject();
   title->Y = FGraph->GetCaptionDistanceBefore();
   switch (FGraph->GetCaptionAlignment()) {
@@ -333,7 +327,7 @@ void TQyAxisLayout::DataArea() {
   case TAlignment::RightJustify: title->X = FWidth - FGraph->GetDistanceBorderAxisRight(); title->Alignment = TQyContentAlignment::TopRight; break;
   case TAlignment::Center: title->X = FWidth / 2.0f; title->Alignment = TQyContentAlignment::TopCenter; break;
   }
-  FGraph->PlacePartsInLayout();
+  FGraph->DataAreaPlaced(area); // the graph's other parts place themselves
 }
 
 void TQyAxisLayout::Finish() {

@@ -3,7 +3,6 @@
 #include "QyAxis.h"
 #include "QyDrawing.h"
 #include "QyGDI.h"
-#include "QyGraph2D.h"
 #include "QyRounding.h"
 #include <QPainter>
 #include <cmath>

@@ -1,7 +1,6 @@
 // Partition finders of an axis: how coarse the labels may be so that they fit, how many digits a
 // label needs, and when a common power of ten leaves the labels for one extra exponent.
 #include "QyAxis.h"
-#include "QyGraph2D.h"
 #include "QyMath.h"
 #include "QyMeasure.h"
 #include "QyRounding.h"

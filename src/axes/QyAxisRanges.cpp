@@ -2,11 +2,8 @@
 // ends, the choice between logarithmic and linear mapping, and slave axes.
 #include "QyAxis.h"
 #include "QyCalendar.h"
-#include "QyGraph2D.h"
 #include "QyMath.h"
 #include "QyRounding.h"
-#include "QySeries.h"
-#include "QyVectors.h"
 #include <cmath>
 
 namespace {
@@ -33,9 +30,9 @@ void TQyAxis::RangeModified() {
 void TQyAxis::GetNewRanges() {
   if (!FRangeChanged) return;
   double lo = QyMaxDouble, hi = -QyMaxDouble;
-  for (TQySeries* s : Series()) {
-    const double smin = GetHorizontal() ? s->LimitMinX() : s->LimitMinY();
-    const double smax = GetHorizontal() ? s->LimitMaxX() : s->LimitMaxY();
+  for (IQyAxisSeries* s : Series()) {
+    double smin, smax;
+    s->DataExtent(GetHorizontal(), smin, smax);
     if (!Usable(smin, smax)) continue; // no data, or non-finite values: no say in the range
     lo = std::min(lo, smin);
     hi = std::max(hi, smax);
@@ -85,14 +82,9 @@ void TQyAxis::GetNewRanges() {
 // The smallest positive value below `below` among the points of the attached series.
 double TQyAxis::SmallestPositiveData(double below) const {
   double best = QyMaxDouble;
-  for (TQySeries* s : Series()) {
-    TQyCustomDoubleVector* data = GetHorizontal() ? s->GetXData() : s->GetYData();
-    const int n = data ? data->Count() : s->GetCount();
-    for (int i = 0; i < n; ++i) {
-      const double raw = data ? data->GetValue(i) : double(i);
-      const double v = GetHorizontal() ? s->TransformX(raw, i) : s->TransformY(raw, i);
-      if (v > 0 && v < below && v < best) best = v;
-    }
+  for (IQyAxisSeries* s : Series()) {
+    const double v = s->SmallestPositive(GetHorizontal(), below);
+    if (v > 0 && v < best) best = v;
   }
   return best < QyMaxDouble ? best : 0;
 }

@@ -3,8 +3,10 @@
 // XML groups them into child elements; INI keys carry the group as a prefix.
 #include "QyAxis.h"
 #include "QyClassRegistry.h"
+#include "QyRecordMedia.h"
 #include "QyStyles.h"
-#include "QyVectors.h"
+#include "QyValueList.h"
+#include <memory>
 
 QY_REGISTER_CLASS(TQyAxis);
 
@@ -77,11 +79,9 @@ struct TQyAxisRecord {
     }
     if (m.Kind() == TKind::Stream) m.Write("Zoom", T::Bool, n > 0);
     if (n > 0 || m.Kind() == TKind::Node) {
-      TQyDoubleVector starts, stops;
-      starts.SetValues(a->FZoomStarts);
-      stops.SetValues(a->FZoomStops);
-      m.WriteObject("Start", &starts);
-      m.WriteObject("Stop", &stops);
+      const auto starts = ZoomVector(a->FZoomStarts), stops = ZoomVector(a->FZoomStops);
+      m.WriteObject("Start", starts.get());
+      m.WriteObject("Stop", stops.get());
       m.Write("Idx", T::Int32, a->FZoomStage);
     }
   }
@@ -99,14 +99,21 @@ struct TQyAxisRecord {
       }
       stage = m.Read("Zoom.Idx", T::Int32, 0);
     } else if (m.Kind() == TKind::Node || m.Read("Zoom", T::Bool, false).toBool()) {
-      TQyDoubleVector s, e;
-      m.ReadObject("Start", &s);
-      m.ReadObject("Stop", &e);
+      const auto s = ZoomVector({}), e = ZoomVector({});
+      m.ReadObject("Start", s.get());
+      m.ReadObject("Stop", e.get());
       stage = m.Read("Idx", T::Int32, 0);
-      starts.assign(s.Data(), s.Data() + s.Count());
-      stops.assign(e.Data(), e.Data() + e.Count());
+      starts = dynamic_cast<IQyValueList&>(*s).ValueList();
+      stops = dynamic_cast<IQyValueList&>(*e).ValueList();
     }
     SetZoom(Axis(o), std::move(starts), std::move(stops), stage.toInt());
+  }
+
+  // A data vector of the document, made by class name (vectors live above the axes).
+  static std::unique_ptr<QObject> ZoomVector(std::vector<double> values) {
+    std::unique_ptr<QObject> v(QyCreateComponent("TQyDoubleVector", nullptr));
+    if (auto* list = dynamic_cast<IQyValueList*>(v.get())) list->SetValueList(std::move(values));
+    return v;
   }
 
   static void SetZoom(TQyAxis* a, std::vector<double> starts, std::vector<double> stops, int stage) {
@@ -247,3 +254,5 @@ TQyRecordTable TQyAxisRecord::Table() {
 }
 
 static const TQyRecordRegistration AxisRecord(TQyAxis::staticMetaObject, TQyAxisRecord::Table());
+
+QY_DOCUMENT_MEMBERS_IMPL(TQyAxis)

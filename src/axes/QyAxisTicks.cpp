@@ -1,7 +1,6 @@
 // Tick walks of an axis: where the ticks stand, which are major, which carry labels and grid
 // lines, and where labels, extra exponent and caption are placed.
 #include "QyAxis.h"
-#include "QyGraph2D.h"
 #include "QyMath.h"
 #include "QyRounding.h"
 #include "QyTextFormat.h"

@@ -296,15 +296,15 @@ bool TQyGraph2D::PartShown(IQyGraphPart* part) const {
   return part->PartVisible();
 }
 
-void TQyGraph2D::TakePartMargins(TQyLayoutMargins& margins) {
+void TQyGraph2D::TakeLayoutMargins(TQyLayoutMargins& margins) {
   const QSizeF client = LayoutSize();
   for (IQyGraphPart* part : Parts())
     if (PartShown(part)) part->TakeMargins(margins, client);
 }
 
-void TQyGraph2D::PlacePartsInLayout() {
+void TQyGraph2D::DataAreaPlaced(const QRectF& area) {
   for (IQyGraphPart* part : Parts())
-    if (PartShown(part)) part->PlaceInLayout(FDataArea);
+    if (PartShown(part)) part->PlaceInLayout(area);
 }
 
 void TQyGraph2D::RegisterSeries(TQySeries* series) {
@@ -368,4 +368,11 @@ QList<TQyCustomDoubleVector*> TQyGraph2D::GetVectorsList() const {
       if (qobject_cast<TQyDoubleVector*>(v) && !out.contains(v)) out.append(v);
   }
   return out;
+}
+
+// ---- what the layout pass asks of the graph ----------------------------------------------------
+
+void TQyGraph2D::ZoomReset() {
+  for (TQyAxis* a : Axes()) a->RangeModified();
+  SeriesModified();
 }

@@ -4,6 +4,7 @@
 #include "QyLocalize.h"
 #include "QyAxis.h"
 #include "QySeries.h"
+#include "QySeriesHost.h"
 #include "QyStyles.h"
 #include "QyProperty.h"
 #include "QyGraphPart.h"
@@ -102,7 +103,7 @@ protected:
   QSize FLayoutSize;
 };
 
-class TQyGraph2D : public TQyCustomGraph {
+class TQyGraph2D : public TQyCustomGraph, public IQySeriesHost {
   Q_OBJECT
   QY_PROPERTY_OBJECT(TQyLineSettings, DataAreaFrame);
   QY_PROPERTY(TQyColor, DataAreaColor, QyRes::GraphDataAreaColor, update()) = 0x00FFFFFFu;
@@ -124,8 +125,8 @@ public:
   explicit TQyGraph2D(QWidget* parent = nullptr);
   ~TQyGraph2D() override;
 
-  TQyAxis* GetPrimaryXAxis() const { return FPrimaryXAxis; }
-  TQyAxis* GetPrimaryYAxis() const { return FPrimaryYAxis; }
+  TQyAxis* GetPrimaryXAxis() const override { return FPrimaryXAxis; }
+  TQyAxis* GetPrimaryYAxis() const override { return FPrimaryYAxis; }
   void SetPrimaryXAxis(TQyAxis* axis);
   void SetPrimaryYAxis(TQyAxis* axis);
   void SetUndoStack(TQyUndoRecorder* stack) override;
@@ -134,10 +135,10 @@ public:
   void Modified() override;
   void Calculate() override;
   void BoundsChanged() override;
-  void SeriesModified();
-  void LegendsModified();
+  void SeriesModified() override;
+  void LegendsModified() override;
   void TestSeriesAndAxis();
-  void TestPrimaryAxis();
+  void TestPrimaryAxis() override;
   void CheckCoupled();
   void SortLayers();
   void RepaintChildGraphs();
@@ -170,16 +171,13 @@ public:
   void UnregisterPart(QObject* part);
   // Tells every part; master and child graphs pass legend changes on to each other.
   void NotifyParts(TQyGraphChange change);
-  // The layout's hooks for the parts: margins before the axes are placed, places after.
-  void TakePartMargins(TQyLayoutMargins& margins);
-  void PlacePartsInLayout();
-  void RegisterSeries(TQySeries* series);
-  void UnregisterSeries(TQySeries* series);
-  const QList<TQySeries*>& RelatedSeries() const { return FRelatedSeries; }
+  void RegisterSeries(TQySeries* series) override;
+  void UnregisterSeries(TQySeries* series) override;
+  const QList<TQySeries*>& RelatedSeries() const override { return FRelatedSeries; }
   QList<TQyAxis*> Axes() const;
   QList<TQyGraph2D*> ChildGraphs() const;
   bool IsMasterGraph() const { return FIsMasterGraph; }
-  bool IsChildGraph() const { return FIsChildGraph; }
+  bool IsChildGraph() const override { return FIsChildGraph; }
 
   // ---- picking and data
   TQyFindSeriesPointResult FindSeriesPoint(float x, float y);
@@ -188,10 +186,29 @@ public:
   void UndoPushSeriesVectors(); // all data vectors as one undo entry (QyGraphUndo.cpp)
 
   // The data area in client pixels; written only by the layout pass.
-  QRectF DataArea() const { return FDataArea; }
-  void SetDataArea(const QRectF& r) { FDataArea = r; }
-  bool InDrag() const { return false; } // zoom and pan drags arrive with the zoom settings
+  QRectF DataArea() const override { return FDataArea; }
+  void SetDataArea(const QRectF& r) override { FDataArea = r; }
+  bool InDrag() const override { return false; } // zoom and pan drags arrive with the zoom settings
   bool CreatingPrimaryAxes() const { return FCreatingPrimaryAxes; }
+
+  // ---- what axes and series ask of the graph (the state of the common graph base)
+  bool Updating() const override { return TQyCustomGraph::Updating(); }
+  bool Printing() const override { return TQyCustomGraph::Printing(); }
+  bool RenderingToImage() const override { return TQyCustomGraph::RenderingToImage(); }
+  bool Destroying() const override { return TQyCustomGraph::Destroying(); }
+  TQyUndoRecorder* GetUndoStack() const override { return TQyCustomGraph::GetUndoStack(); }
+  TQyRichCaptionObject* CaptionObject() const override { return TQyCustomGraph::CaptionObject(); }
+  bool TitleShown() const override { return FCaptionVisible && !FCaption.isEmpty(); }
+  float GetCaptionDistanceBefore() const override { return TQyCustomGraph::GetCaptionDistanceBefore(); }
+  float GetCaptionDistanceAfter() const override { return TQyCustomGraph::GetCaptionDistanceAfter(); }
+  TAlignment GetCaptionAlignment() const override { return TQyCustomGraph::GetCaptionAlignment(); }
+  bool NoSmoothing() const override { return FSmoothingMode == TQySmoothingMode::None; }
+  void Invalidate() override { update(); }
+  QSize LayoutSize() const override { return TQyCustomGraph::LayoutSize(); }
+  // Every axis takes its automatic ends again and forgets its zoom history.
+  void ZoomReset() override;
+  void TakeLayoutMargins(TQyLayoutMargins& margins) override;
+  void DataAreaPlaced(const QRectF& area) override;
 
 protected:
   void paintEvent(QPaintEvent* e) override;

@@ -17,7 +17,7 @@ void TQyGraph2D::paintEvent(QPaintEvent* e) {
   if (!FRepaintAfterPaint && FLastClipRect.isValid() &&
       (clip.left() != FLastClipRect.left() || clip.right() != FLastClipRect.right()))
     for (TQySeries* s : FRelatedSeries)
-      if (s->GetVisible() && s->GetArea()->GetVisible() && !s->GetArea()->Solid()) FRepaintAfterPaint = true;
+      if (s->NeedsWholeRepaint()) FRepaintAfterPaint = true;
   FLastClipRect = clip;
   QPainter painter(this);
   // Rendered onto another kind of device (QWidget::render to SVG, PDF, a printer): lay out for it.

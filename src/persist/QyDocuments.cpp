@@ -1,15 +1,8 @@
-// The document members of the classes with records, and the free functions of the style objects,
-// all over the walk of QyRecordMedia.
+// The free functions of the style objects, over the walk of QyRecordMedia. Classes with document
+// members define them beside their records (QY_DOCUMENT_MEMBERS_IMPL).
 #include "QyDocuments.h"
-#include "QyAxis.h"
 #include "QyRecordMedia.h"
-#include "QySeries.h"
-#include "QyVectors.h"
 #include "QyXml.h"
-
-QY_DOCUMENT_MEMBERS_IMPL(TQyDoubleVector)
-QY_DOCUMENT_MEMBERS_IMPL(TQyAxis)
-QY_DOCUMENT_MEMBERS_IMPL(TQySeries)
 
 void ToStream(QIODevice* stream, const QObject& s) { QyWriteToStream(&s, stream); }
 void FromStream(QIODevice* stream, QObject& s) { QyReadFromStream(&s, stream); }

@@ -1,7 +1,6 @@
 // Error bars: four delta vectors, their share of the axis extent, bar ends in pixels, drawing
 // and the legend sample.
 #include "QyAxis.h"
-#include "QyGraph2D.h"
 #include "QyPointSeries.h"
 #include "QyVectors.h"
 #include <QPainter>

@@ -1,6 +1,5 @@
 #include "QySeries.h"
 #include "QyAxis.h"
-#include "QyGraph2D.h"
 #include "QyRounding.h"
 #include "QyStyles.h"
 #include "QyVectors.h"
@@ -32,12 +31,15 @@ TQySeries::TQySeries(QObject* owner) : QObject(owner) {
   connect(this, &QObject::objectNameChanged, this, [this] { VariableObjects.Update(); });
   FLimitMinX = FLimitMinY = MaxDouble;
   FLimitMaxX = FLimitMaxY = -MaxDouble;
+  FDataIndexer = new TQyIndexer(this);
+}
+
+TQyLineSeries::TQyLineSeries(QObject* owner) : TQySeries(owner) {
   auto modified = [this] { PointsModified(); TestVisibleChanged(); };
   FLine = new TQyLineSettings(modified, this);
   FArea = new TQyAreaSettings(modified, this);
   FPointSymbol = new TQyPointSymbolSettings(modified, this);
   FOutOfRangePointSymbol = new TQyPointSymbolSettings(modified, this);
-  FDataIndexer = new TQyIndexer(this);
   if (DefaultLookCounter >= 6) DefaultLookCounter = 0;
   const DefaultLook& look = DefaultLooks[DefaultLookCounter++];
   FLine->SetColor(look.line);
@@ -82,7 +84,7 @@ TQySeries::~TQySeries() {
     if (v) v->RemoveListener(this);
 }
 
-TQyGraph2D* TQySeries::Graph() const { return FGraph; }
+IQySeriesHost* TQySeries::Graph() const { return FGraph; }
 
 void TQySeries::RegisterVariables() {
   RegisterStringVariable(this, "Name", QyText(QyRes::SeriesVarName), [this] { return objectName(); });
@@ -132,12 +134,12 @@ void TQySeries::SetMergeLegendItemWith(TQySeries* series) {
   QyAssign(this, FMergeLegendItemWith, series, nullptr, "MergeLegendItemWith", [this] { LegendsModified(); });
 }
 
-void TQySeries::SetDrawBandTo(TQySeries* series) {
+void TQyLineSeries::SetDrawBandTo(TQySeries* series) {
   if (series == this) series = nullptr;
   QyAssign(this, FDrawBandTo, series, nullptr, "DrawBandTo", [this] { PointsModified(); });
 }
 
-void TQySeries::SetRangeFromFunction(TQySeries* series) {
+void TQyLineSeries::SetRangeFromFunction(TQySeries* series) {
   if (series == this) series = nullptr;
   QyAssign(this, FRangeFromFunction, series, nullptr, "RangeFromFunction", [this] {
     Invalidate();
@@ -154,7 +156,7 @@ void TQySeries::SetLayer(int layer) {
 void TQySeries::SetVisible(bool value) {
   QyAssign(this, FVisible, value, QyRes::SeriesVisible, "Visible", [this] {
     TestVisibleChanged();
-    if (FGraph) FGraph->update();
+    Invalidate();
     LegendsModified();
   });
 }
@@ -176,7 +178,7 @@ void TQySeries::LeaveGraph() {
   for (TQyAxis* a : {FXAxis.data(), FYAxis.data()})
     if (a) a->RemoveSeries(this);
   if (FGraph) {
-    TQyGraph2D* g = FGraph;
+    IQySeriesHost* g = FGraph;
     FGraph = nullptr;
     g->UnregisterSeries(this);
     if (!FDestroying && !g->Destroying()) {
@@ -193,7 +195,7 @@ void TQySeries::TestAllAssigned() {
     LeaveGraph();
     return;
   }
-  auto* graph = qobject_cast<TQyGraph2D*>(FYAxis->parentWidget());
+  auto* graph = dynamic_cast<IQySeriesHost*>(FYAxis->parentWidget());
   if (FGraph && FGraph != graph) {
     FGraph->UnregisterSeries(this);
     FGraph = nullptr;
@@ -201,7 +203,7 @@ void TQySeries::TestAllAssigned() {
   if (graph && FGraph != graph) {
     FGraph = graph;
     graph->RegisterSeries(this);
-    if (!UndoRecorder()) SetUndoStack(graph->UndoRecorder());
+    if (!UndoRecorder()) SetUndoStack(graph->GetUndoStack());
   }
   if (!FGraph || FGraph->Destroying()) return;
   if (!FXData) FXData = FDataIndexer;
@@ -214,12 +216,54 @@ void TQySeries::TestAllAssigned() {
   FGraph->Modified();
 }
 
+// ---- what the axes ask ------------------------------------------------------------------------
+
+void TQySeries::DataExtent(bool x, double& lo, double& hi) const {
+  lo = x ? FLimitMinX : FLimitMinY;
+  hi = x ? FLimitMaxX : FLimitMaxY;
+}
+
+double TQySeries::SmallestPositive(bool x, double below) {
+  TQyCustomDoubleVector* data = x ? FXData : FYData;
+  const int n = data ? data->Count() : GetCount();
+  double best = 0;
+  for (int i = 0; i < n; ++i) {
+    const double raw = data ? data->GetValue(i) : double(i);
+    const double v = x ? TransformX(raw, i) : TransformY(raw, i);
+    if (v > 0 && v < below && (best == 0 || v < best)) best = v;
+  }
+  return best;
+}
+
+void TQySeries::AxisDestroyed(TQyAxis* axis) {
+  if (FXAxis == axis) SetXAxis(nullptr);
+  if (FYAxis == axis) SetYAxis(nullptr);
+}
+
+void TQySeries::VectorChanged(TQyCustomDoubleVector* vector, TQyVectorChange change, int index) {
+  switch (change) {
+  case TQyVectorChange::Appended: Invalidate(); break; // the points go on where they ended
+  case TQyVectorChange::Changed: IsFunctionSeries() ? SetLastCount(0) : PointsModified(); break;
+  case TQyVectorChange::Reset: SetLastCount(0); Invalidate(); break;
+  case TQyVectorChange::Ranges: RangesModified(); break;
+  // Markers follow the values of the Y data only.
+  case TQyVectorChange::Inserted: if (vector == FYData) ValueInsertedLinkedMarkers(index); break;
+  case TQyVectorChange::Deleted: if (vector == FYData) DeleteLinkedMarkers(index); break;
+  case TQyVectorChange::Cleared: if (vector == FYData) ClearLinkedMarkers(); break;
+  }
+}
+
 // ---- counts and transformations ---------------------------------------------------------------
 
 int TQySeries::GetCount() {
-  FMinimumCount = FPointSymbol->GetVisible() ? 1 : 2;
   if (!FXData || !FYData) return 0;
   return std::min(FXData->GetCount(), FYData->GetCount());
+}
+
+// A single value draws only as a symbol.
+int TQyLineSeries::GetCount() {
+  FMinimumCount = FPointSymbol->GetVisible() ? 1 : 2;
+  return TQySeries::GetCount();
 }
 
 double TQySeries::TransformX(double value, int i) {
@@ -235,7 +279,9 @@ bool TQySeries::HasValuesAt(int i) const {
   return !(FXData && FXData->IsOutlier(i)) && !(FYData && FYData->IsOutlier(i));
 }
 
-bool TQySeries::SeriesVisible() const {
+bool TQySeries::SeriesVisible() const { return FVisible; }
+
+bool TQyLineSeries::SeriesVisible() const {
   return FVisible && (FLine->GetVisible() || FArea->GetVisible() || FPointSymbol->GetVisible());
 }
 
@@ -343,14 +389,14 @@ void TQySeries::SetLastCount(int n) {
 }
 
 void TQySeries::Invalidate() {
-  if (FGraph) FGraph->update();
+  if (FGraph) FGraph->Invalidate();
 }
 
 void TQySeries::LegendsModified() {
   if (FGraph) FGraph->LegendsModified();
 }
 
-void TQySeries::TestVisibleChanged() {
+void TQyLineSeries::TestVisibleChanged() {
   if (!FGraph) return;
   FPen = FLine->GetPen(DataArea());
   FBrush = FArea->GetBrush(DataArea());
@@ -363,6 +409,11 @@ void TQySeries::TestVisibleChanged() {
     FLastSymbolSize = FPointSymbol->GetSize();
     LegendsModified();
   }
+  TQySeries::TestVisibleChanged();
+}
+
+void TQySeries::TestVisibleChanged() {
+  if (!FGraph) return;
   Invalidate();
   const bool visible = SeriesVisible();
   if (visible != FLastVisible) {
@@ -376,9 +427,9 @@ void TQySeries::TestVisibleChanged() {
 
 QRectF TQySeries::DataArea() const { return FGraph ? FGraph->DataArea() : QRectF(); }
 
-bool TQySeries::CanDoCanvasDraw() const {
+bool TQyLineSeries::CanDoCanvasDraw() const {
   if (!FGraph || FGraph->RenderingToImage()) return false;
   const TQyColor c = FLine->GetColor();
-  return FGraph->GetSmoothingMode() == TQySmoothingMode::None && FCount > 100 && (c >> 24) == 0xFF &&
+  return FGraph->NoSmoothing() && FCount > 100 && (c >> 24) == 0xFF &&
          (FLine->GetWidth() <= 1 || FLine->GetDashStyle() == TDashStyle::DashStyleSolid);
 }

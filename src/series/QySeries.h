@@ -1,8 +1,11 @@
 #pragma once
-// Series: join an X and a Y data vector to an X and a Y axis, and turn the data into a thinned list
-// of pixel points. Every series type derives from TQySeries; TQyLineSeries draws a polyline.
+// Series: join an X and a Y data vector to an X and a Y axis, and turn the data into pixel points.
+// Every series type derives from TQySeries; TQyLineSeries thins the points and draws a polyline
+// with area, band and symbols.
 #include "QyLocalize.h"
 #include "QyAxis.h"
+#include "QyInterfacePointer.h"
+#include "QySeriesHost.h"
 #include "QyStyles.h"
 #include "QyVectors.h"
 #include "QyPlainVectors.h"
@@ -21,7 +24,6 @@
 #include <functional>
 
 class TQyAxis;
-class TQyGraph2D;
 class TQyCustomDoubleVector;
 class TQyIndexer;
 class TQyLineSettings;
@@ -82,7 +84,8 @@ struct TQyNearestPointResult {
   QPointF Point;
 };
 
-class TQySeries : public QObject, public TQyRecording, public TQyDeferredInit, public IQyGraphPart {
+class TQySeries : public QObject, public TQyRecording, public TQyDeferredInit, public IQyGraphPart,
+                  public IQyVectorListener, public IQyAxisSeries {
   Q_OBJECT
   Q_INTERFACES(IQyGraphPart)
   QY_RECORDING_SIGNAL(TQySeries)
@@ -91,14 +94,11 @@ class TQySeries : public QObject, public TQyRecording, public TQyDeferredInit, p
   QY_PROPERTY(bool, IncludeInLegend, QyRes::SeriesIncludeInLegend, LegendsModified()) = true;
   QY_PROPERTY(bool, AutoUpdate, nullptr, (void)0) = true;
   QY_PROPERTY_CUSTOM(bool, OutliersVisible) = false;
-  QY_PROPERTY_OBJECT(TQyLineSettings, Line);
-  QY_PROPERTY_OBJECT(TQyAreaSettings, Area);
   Q_PROPERTY(TQySeries* MergeLegendItemWith READ GetMergeLegendItemWith WRITE SetMergeLegendItemWith)
   Q_PROPERTY(TQyAxis* XAxis READ GetXAxis WRITE SetXAxis)
   Q_PROPERTY(TQyAxis* YAxis READ GetYAxis WRITE SetYAxis)
   Q_PROPERTY(TQyCustomDoubleVector* XData READ GetXData WRITE SetXData)
   Q_PROPERTY(TQyCustomDoubleVector* YData READ GetYData WRITE SetYData)
-  Q_PROPERTY(TQySeries* DrawBandTo READ GetDrawBandTo WRITE SetDrawBandTo)
   Q_PROPERTY(int Layer READ GetLayer WRITE SetLayer)
 
 public:
@@ -125,14 +125,10 @@ public:
   void SetYData(TQyCustomDoubleVector* vector);
   TQySeries* GetMergeLegendItemWith() const { return FMergeLegendItemWith; }
   void SetMergeLegendItemWith(TQySeries* series);
-  TQySeries* GetDrawBandTo() const { return FDrawBandTo; }
-  void SetDrawBandTo(TQySeries* series);
   int GetLayer() const { return FLayer; }
   void SetLayer(int layer);
   void RenumberLayer(int layer) { FLayer = layer; } // renumbering by the graph, not a user change
-  TQyGraph2D* Graph() const;
-  TQyPointSymbolSettings* PointSymbol() const { return FPointSymbol; }
-  TQyPointSymbolSettings* OutOfRangePointSymbol() const { return FOutOfRangePointSymbol; }
+  IQySeriesHost* Graph() const;
   // The series holds the stack; its setting groups find it through their parent.
   void SetUndoStack(TQyUndoRecorder* recorder) override { SetUndoRecorder(recorder); }
   // Publishes "Name" and "Caption" for captions elsewhere (after construction); derived series
@@ -142,25 +138,19 @@ public:
   // Objects whose captions show this series' values.
   TQyVariableObjects VariableObjects{this};
 
-  // The series whose calculated X range separates the points drawn with PointSymbol from those
-  // drawn with OutOfRangePointSymbol (a calculated curve's range; any series gives its X extent).
-  TQySeries* GetRangeFromFunction() const { return FRangeFromFunction; }
-  void SetRangeFromFunction(TQySeries* series);
   // The X range over which this series' curve is defined: its data extent here; calculated
   // curves answer the range they compute over.
   virtual double GetCalcStart() const { return FLimitMinX; }
   virtual double GetCalcStop() const { return FLimitMaxX; }
 
   TQyValueTransformation XValueTransformation, YValueTransformation;
-  TQyPenEventHandler OnGetPen;
-  TQyBrushEventHandler OnGetBrush;
-  PointSymbolEventHandler OnGetPointSymbol;
 
   // ---- data path
   virtual int GetCount();
   virtual void Calculate();
   // The data extent for the axes: X and Y minimum and maximum in axis numbers.
   virtual void GetExtent(double& minX, double& maxX, double& minY, double& maxY);
+  // Turns the data into pixel points; a series without a picture of points has none.
   virtual void CalculatePoints();
   virtual void CheckDBVectors();
   virtual bool HasValuesAt(int i) const;
@@ -179,7 +169,13 @@ public:
   void SetLastCount(int n);
   void Invalidate();
   void LegendsModified();
-  bool CanDoCanvasDraw() const;
+
+  // ---- what the axes ask
+  void DataExtent(bool x, double& lo, double& hi) const override;
+  double SmallestPositive(bool x, double below) override;
+  void AxisDestroyed(TQyAxis* axis) override;
+  // A data vector of the series changed.
+  void VectorChanged(TQyCustomDoubleVector* vector, TQyVectorChange change, int index) override;
 
   // ---- picking
   virtual double GetY(double x);
@@ -188,22 +184,24 @@ public:
   TQyNearestPointResult NearestPoint(QPointF point);
   TQyNearestPointResult NearestX(float x);
   TQyNearestPointResult NearestY(float y);
-  virtual float ExtraSpaceAt(int position);
-  virtual int GetItemHeight();
+  float ExtraSpaceAt(int position) override { return 0; }
+  virtual int GetItemHeight() { return 0; }
   void SwapDataVecs();
 
-  // ---- drawing
-  virtual void PaintGr(QPainter* graphics);
-  virtual void DrawLine(QPainter* graphics);
-  virtual void DrawSymbols(QPainter* graphics);
-  // Decorations drawn between the line and the symbols (error bars); nothing here.
-  virtual void DrawIndicators(QPainter*) {}
-  // Cuts the translucent symbols out of the painter's clip, so the line does not show through.
-  void ShootHolesToClip(QPainter* graphics);
+  // ---- drawing (the kinds of series draw; nothing here)
+  // The series' picture below the axes, clipped to the data area.
+  virtual void PaintGr(QPainter*) {}
+  // What stands above the axes (symbols), clipped to the data area.
+  virtual void DrawSymbols(QPainter*) {}
+  // A partial repaint that moves an edge of this series' picture cannot be drawn piecewise.
+  virtual bool NeedsWholeRepaint() const { return false; }
   // The legend sample: merged with MergeLegendItemWith's, or the series' own in `style`.
   virtual void DrawListItem(const TQyLegendItemDrawArgs& args);
-  virtual void DrawListItem(const TQyLegendItemDrawArgs& args, LegendItemStyle style);
+  virtual void DrawListItem(const TQyLegendItemDrawArgs&, LegendItemStyle) {}
   void DrawMergedItems(const TQyLegendItemDrawArgs& args);
+  // Whether the sample shows a line, an area: merged samples split their rectangle by them.
+  virtual bool SampleHasLine() const { return false; }
+  virtual bool SampleHasArea() const { return false; }
 
   // ---- documents: the record stands in QySeriesRecord.cpp
   QY_DOCUMENT_MEMBERS
@@ -222,26 +220,95 @@ public:
   double LimitMaxY() const { return FLimitMaxY; }
   bool PointsStale() const { return FPointsStale; }
   int PointCount() const { return FPointCount; }
-  int TotalPointCount() const { return FTotalPointCount; }
   const TQyPointVector& Points() const { return FPoints; }
   const TQyIntegerVector& PointIndices() const { return FPointIndices; }
   QString ToString() const;
 
 protected:
   void AfterConstruction() override;
-  class TQyPointSource;
   void ReplaceAxis(QPointer<TQyAxis>& side, const QPointer<TQyAxis>& other, TQyAxis* axis,
                    const char* caption, const char* name);
   void ReplaceData(QPointer<TQyCustomDoubleVector>& side, QPointer<TQyCustomDoubleVector>& other,
                    TQyCustomDoubleVector* vector, const char* caption, const char* name);
   void ScanExtent(TQyCustomDoubleVector* v, bool isX, double& lo, double& hi);
+  QRectF DataArea() const;
+  void LeaveGraph();
+  // Index, X and Y of point k for the event handlers.
+  void ElementAt(int k, int& index, double& x, double& y);
+
+  QString FCaption;
+  QPointer<TQyAxis> FXAxis, FYAxis;
+  QPointer<TQyCustomDoubleVector> FXData, FYData;
+  QPointer<TQySeries> FMergeLegendItemWith;
+  TQyInterfacePointer<IQySeriesHost> FGraph;
+  TQyIndexer* FDataIndexer = nullptr;
+  int FLayer = 0;
+  TQyPointVector FPoints;
+  TQyIntegerVector FPointIndices;
+  int FPointCount = 0;
+  int FCount = 0, FLastCount = 0, FCalculatedCount = 0, FMinimumCount = 2;
+  double FLimitMinX, FLimitMaxX, FLimitMinY, FLimitMaxY;
+  bool FPointsStale = true;
+  bool FLastVisible = false;
+};
+
+// A series drawn as a line through its points, with an area below it or a band to another
+// series, and symbols at the points. The points are thinned to what the pixels can show.
+class TQyLineSeries : public TQySeries {
+  Q_OBJECT
+  QY_PROPERTY_OBJECT(TQyLineSettings, Line);
+  QY_PROPERTY_OBJECT(TQyAreaSettings, Area);
+  Q_PROPERTY(TQySeries* DrawBandTo READ GetDrawBandTo WRITE SetDrawBandTo)
+
+public:
+  explicit TQyLineSeries(QObject* owner = nullptr);
+
+  TQySeries* GetDrawBandTo() const { return FDrawBandTo; }
+  void SetDrawBandTo(TQySeries* series);
+  TQyPointSymbolSettings* PointSymbol() const { return FPointSymbol; }
+  TQyPointSymbolSettings* OutOfRangePointSymbol() const { return FOutOfRangePointSymbol; }
+  // The series whose calculated X range separates the points drawn with PointSymbol from those
+  // drawn with OutOfRangePointSymbol (a calculated curve's range; any series gives its X extent).
+  TQySeries* GetRangeFromFunction() const { return FRangeFromFunction; }
+  void SetRangeFromFunction(TQySeries* series);
+
+  TQyPenEventHandler OnGetPen;
+  TQyBrushEventHandler OnGetBrush;
+  PointSymbolEventHandler OnGetPointSymbol;
+
+  int GetCount() override;
+  void CalculatePoints() override;
+  void TestVisibleChanged() override;
+  bool SeriesVisible() const override;
+  bool CanDoCanvasDraw() const;
+  using TQySeries::FindPoint;
+  int FindPoint(float x, float y) override;
+  float ExtraSpaceAt(int position) override;
+  int GetItemHeight() override;
+
+  // ---- drawing
+  void PaintGr(QPainter* graphics) override;
+  virtual void DrawLine(QPainter* graphics);
+  void DrawSymbols(QPainter* graphics) override;
+  bool NeedsWholeRepaint() const override;
+  // Decorations drawn between the line and the symbols (error bars); nothing here.
+  virtual void DrawIndicators(QPainter*) {}
+  // Cuts the translucent symbols out of the painter's clip, so the line does not show through.
+  void ShootHolesToClip(QPainter* graphics);
+  using TQySeries::DrawListItem;
+  void DrawListItem(const TQyLegendItemDrawArgs& args, LegendItemStyle style) override;
+  bool SampleHasLine() const override { return FLine->GetVisible(); }
+  bool SampleHasArea() const override { return FArea->GetVisible(); }
+
+  int TotalPointCount() const { return FTotalPointCount; }
+
+protected:
+  class TQyPointSource;
   void AddBandPoints();
   void CompressRuns(int start, int stop);
   void KeepDistinctPoints(int start, int stop);
   void KeepOccupyingPoints(int start, int stop);
   virtual bool PureScatter() const;
-  QRectF DataArea() const;
-  void LeaveGraph();
   void DrawPlainLine(QPainter* graphics);
   void DrawArea(QPainter* graphics);
   void DrawSegments(QPainter* graphics);
@@ -249,8 +316,6 @@ protected:
   void EachHandledSegment(const Handler& handler, Value Args::*field, Value first, Draw draw);
   void DrawCanvasLine(QPainter* graphics);
   float Baseline() const;
-  // Index, X and Y of point k for the event handlers.
-  void ElementAt(int k, int& index, double& x, double& y);
   // The symbol settings, pen and brush of the point with data index i; nullptr when not drawn.
   const TQyPointSymbolSettings* SymbolAt(int i, const QPen*& pen, const QBrush*& brush);
   bool InFunctionRange(int i);
@@ -258,23 +323,11 @@ protected:
   // Calls f(k) for each point whose symbol is drawn: at most one per pixel of the graph.
   template <class F> void ForEachDistinctSymbol(F f);
 
-  QString FCaption;
-  QPointer<TQyAxis> FXAxis, FYAxis;
-  QPointer<TQyCustomDoubleVector> FXData, FYData;
-  QPointer<TQySeries> FMergeLegendItemWith, FDrawBandTo, FRangeFromFunction;
-  QPointer<TQyGraph2D> FGraph;
-  TQyIndexer* FDataIndexer = nullptr;
+  QPointer<TQySeries> FDrawBandTo, FRangeFromFunction;
   TQyPointSymbolSettings* FPointSymbol = nullptr;
   TQyPointSymbolSettings* FOutOfRangePointSymbol = nullptr;
-  int FLayer = 0;
-  TQyPointVector FPoints;
-  TQyIntegerVector FPointIndices;
-  int FPointCount = 0, FTotalPointCount = 0;
+  int FTotalPointCount = 0;
   int FColumnPoint = 0; // first point of the last pixel column, where appending resumes
-  int FCount = 0, FLastCount = 0, FCalculatedCount = 0, FMinimumCount = 2;
-  double FLimitMinX, FLimitMaxX, FLimitMinY, FLimitMaxY;
-  bool FPointsStale = true;
-  bool FLastVisible = false;
   QPen FPen;
   QBrush FBrush;
   QPen FSymbolPen, FOutOfRangeSymbolPen;
@@ -282,10 +335,4 @@ protected:
   float FLastSymbolSize = -1;
   TQyPixelOccupancy FScatterCells; // pixels taken by the points of a pure scatter
   TQyPixelOccupancy FDrawCells;    // pixels taken by the symbols of one drawing pass
-};
-
-class TQyLineSeries : public TQySeries {
-  Q_OBJECT
-public:
-  explicit TQyLineSeries(QObject* owner = nullptr);
 };

@@ -1,7 +1,6 @@
 // The legend sample of a series: area, line and symbol in a small rectangle; series merged into
 // one legend row share the rectangle by halves or diagonals.
 #include "QyDrawing.h"
-#include "QyGraph2D.h"
 #include "QySeries.h"
 #include "QyStyles.h"
 #include <QPainter>
@@ -39,7 +38,7 @@ QPolygonF AreaOf(const QRectF& r, LegendItemStyle style) {
 }
 } // namespace
 
-void TQySeries::DrawListItem(const TQyLegendItemDrawArgs& args, LegendItemStyle style) {
+void TQyLineSeries::DrawListItem(const TQyLegendItemDrawArgs& args, LegendItemStyle style) {
   QPainter* g = args.Graphics;
   const QRectF& r = args.Rect;
   const bool twoLooks = FRangeFromFunction && FOutOfRangePointSymbol->GetVisible();
@@ -85,8 +84,8 @@ void TQySeries::DrawMergedItems(const TQyLegendItemDrawArgs& args) {
       if (s != this && s->GetMergeLegendItemWith() == this && !group.contains(s)) group << s;
   int lines = 0, areas = 0;
   for (TQySeries* s : group) {
-    lines += s->GetLine()->GetVisible();
-    areas += s->GetArea()->GetVisible();
+    lines += s->SampleHasLine();
+    areas += s->SampleHasArea();
   }
   const bool split = std::max(lines, areas) > 1;
   static constexpr LegendItemStyle Parts[] = {LegendItemStyle::AscendingDiagonal, LegendItemStyle::DescendingDiagonal};

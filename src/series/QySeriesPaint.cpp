@@ -1,7 +1,6 @@
 // Drawing of a series: the area under or between curves, the polyline, and the order of both
 // with error bars and symbols.
 #include "QyAxis.h"
-#include "QyGraph2D.h"
 #include "QyRounding.h"
 #include "QySeries.h"
 #include "QyStyles.h"
@@ -46,7 +45,7 @@ template <class P> void DrawPolylineInPieces(QPainter* g, const P* pts, int n) {
 
 // Translucent symbols cut their holes first, so that neither the line nor the error bars show
 // through them. The symbols come on top later: the graph draws them above the axes.
-void TQySeries::PaintGr(QPainter* g) {
+void TQyLineSeries::PaintGr(QPainter* g) {
   if (!FXAxis || !FYAxis || !FGraph || !SeriesVisible()) return;
   if (FPointsStale) CalculatePoints();
   if (FPointCount == 0) return;
@@ -60,7 +59,12 @@ void TQySeries::PaintGr(QPainter* g) {
   if (holes) g->restore();
 }
 
-void TQySeries::DrawLine(QPainter* g) {
+// A partial repaint that moves an edge of a non-solid area cannot be drawn piecewise.
+bool TQyLineSeries::NeedsWholeRepaint() const {
+  return FVisible && FArea->GetVisible() && !FArea->Solid();
+}
+
+void TQyLineSeries::DrawLine(QPainter* g) {
   if (FArea->GetVisible()) DrawArea(g);
   if (!FLine->GetVisible()) return;
   g->setBrush(Qt::NoBrush);
@@ -69,13 +73,13 @@ void TQySeries::DrawLine(QPainter* g) {
   else DrawPlainLine(g);
 }
 
-void TQySeries::DrawPlainLine(QPainter* g) {
+void TQyLineSeries::DrawPlainLine(QPainter* g) {
   g->setPen(FPen);
   DrawPolylineInPieces(g, FPoints.Data(), FPointCount);
 }
 
 // The level an area falls to: the axis start when it is above zero, else zero.
-float TQySeries::Baseline() const {
+float TQyLineSeries::Baseline() const {
   const double start = FYAxis->GetStart();
   return float(FYAxis->NumberToWorld(start > 0 ? start : 0) - 0.5);
 }
@@ -95,7 +99,7 @@ void TQySeries::ElementAt(int k, int& index, double& x, double& y) {
 // Asks the handler about each segment in turn, starting from `first`; what it hands back carries
 // on to the next segment, and a segment it refuses is not drawn.
 template <class Args, class Handler, class Value, class Draw>
-void TQySeries::EachHandledSegment(const Handler& handler, Value Args::*field, Value first, Draw draw) {
+void TQyLineSeries::EachHandledSegment(const Handler& handler, Value Args::*field, Value first, Draw draw) {
   Value value = first;
   for (int k = 0; k + 1 < FPointCount; ++k) {
     Args args;
@@ -109,7 +113,7 @@ void TQySeries::EachHandledSegment(const Handler& handler, Value Args::*field, V
 
 // The area: one polygon along the line and back over the band or baseline points; with a brush
 // handler one quadrilateral per segment down to the baseline.
-void TQySeries::DrawArea(QPainter* g) {
+void TQyLineSeries::DrawArea(QPainter* g) {
   const QPointF* pts = FPoints.Data();
   g->setPen(Qt::NoPen);
   if (!OnGetBrush) {
@@ -128,7 +132,7 @@ void TQySeries::DrawArea(QPainter* g) {
 }
 
 // One line per segment with the pen the handler chooses; a segment it refuses is left out.
-void TQySeries::DrawSegments(QPainter* g) {
+void TQyLineSeries::DrawSegments(QPainter* g) {
   const QPointF* pts = FPoints.Data();
   EachHandledSegment<TQyPenEventArgs>(OnGetPen, &TQyPenEventArgs::Pen, QPen(FPen),
                                       [&](int k, const QPen& pen) {
@@ -140,7 +144,7 @@ void TQySeries::DrawSegments(QPainter* g) {
 // The fast path for many points with an opaque thin or solid line: whole-pixel vertices, no
 // antialiasing, bevelled joins, clipped to the data area. The painter already works in the
 // graph's client coordinates, so no offset for partial repaints is needed.
-void TQySeries::DrawCanvasLine(QPainter* g) {
+void TQyLineSeries::DrawCanvasLine(QPainter* g) {
   std::vector<QPoint> pts(static_cast<size_t>(FPointCount));
   for (int k = 0; k < FPointCount; ++k)
     pts[size_t(k)] = QPoint(int(Round(FPoints[k].x())), int(Round(FPoints[k].y())));
@@ -155,5 +159,3 @@ void TQySeries::DrawCanvasLine(QPainter* g) {
   DrawPolylineInPieces(g, pts.data(), FPointCount);
   g->restore();
 }
-
-TQyLineSeries::TQyLineSeries(QObject* owner) : TQySeries(owner) {}

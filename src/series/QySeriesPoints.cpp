@@ -1,6 +1,5 @@
 // From data to pixel points: the visible window, the thinning per pixel column, band points.
 #include "QyAxis.h"
-#include "QyGraph2D.h"
 #include "QySeries.h"
 #include "QyStyles.h"
 #include "QyVectors.h"
@@ -46,9 +45,9 @@ void TQySeries::GetCalcPointsStartStop(int& start, int& stop) {
 // outliers to skip, linear axes) the values come straight from the arrays through the axes'
 // linear maps: the one pass over millions of values then costs a few nanoseconds a value.
 // Values that are not finite have no point: they are never drawn.
-class TQySeries::TQyPointSource {
+class TQyLineSeries::TQyPointSource {
 public:
-  explicit TQyPointSource(TQySeries& s) : FS(s) {
+  explicit TQyPointSource(TQyLineSeries& s) : FS(s) {
     FFast = !s.XValueTransformation && !s.YValueTransformation && s.EveryIndexHasValues() &&
             s.FXAxis->LinearMap(FMapX) && s.FYAxis->LinearMap(FMapY);
     FX = s.FXData == s.FDataIndexer ? nullptr : s.FXData->Data();
@@ -80,18 +79,20 @@ public:
   }
 
 private:
-  TQySeries& FS;
+  TQyLineSeries& FS;
   bool FFast = false;
   TQyLinearMap FMapX, FMapY;
   const double* FX = nullptr;
   const double* FY = nullptr;
 };
 
+void TQySeries::CalculatePoints() { FPointsStale = false; }
+
 bool TQySeries::EveryIndexHasValues() const {
   return FOutliersVisible || (!FXData->HasOutliers() && !FYData->HasOutliers());
 }
 
-void TQySeries::CalculatePoints() {
+void TQyLineSeries::CalculatePoints() {
   if (FCalculatedCount == 0) {
     FPoints.Clear();
     FPointIndices.Clear();
@@ -99,7 +100,7 @@ void TQySeries::CalculatePoints() {
     FColumnPoint = 0;
     if (FGraph) {
       const int m = int(std::ceil(FPointSymbol->GetSize())) + 1; // symbols just outside still show
-      FScatterCells.Reset(QRect(0, 0, FGraph->width(), FGraph->height()).adjusted(-m, -m, m, m));
+      FScatterCells.Reset(QRect(QPoint(0, 0), FGraph->LayoutSize()).adjusted(-m, -m, m, m));
     }
   }
   FCount = GetCount();
@@ -125,7 +126,7 @@ void TQySeries::CalculatePoints() {
 }
 
 // With symbols: a point is kept when it lies more than a pixel from the last kept point.
-void TQySeries::KeepDistinctPoints(int start, int stop) {
+void TQyLineSeries::KeepDistinctPoints(int start, int stop) {
   QPointF last(1e30, 1e30);
   if (FPointCount > 0) last = FPoints[FPointCount - 1];
   TQyPointSource(*this).ForEach(start, stop, [&](int i, const QPointF& p) QY_INNER_LOOP {
@@ -139,7 +140,7 @@ void TQySeries::KeepDistinctPoints(int start, int stop) {
 
 // Symbols alone (no line, no area): a point is kept when its pixel is not yet taken. Dense noisy
 // data jump back and forth, so comparing with the last kept point alone would keep nearly all.
-void TQySeries::KeepOccupyingPoints(int start, int stop) {
+void TQyLineSeries::KeepOccupyingPoints(int start, int stop) {
   TQyPointSource(*this).ForEach(start, stop, [&](int i, const QPointF& p) QY_INNER_LOOP {
     if (!FScatterCells.Claim(p)) return;
     FPoints.SetValue(FPointCount, p);
@@ -147,14 +148,14 @@ void TQySeries::KeepOccupyingPoints(int start, int stop) {
   });
 }
 
-bool TQySeries::PureScatter() const {
+bool TQyLineSeries::PureScatter() const {
   return FPointSymbol->GetVisible() && !FLine->GetVisible() && !FArea->GetVisible() && !IsFunctionSeries() &&
          FGraph;
 }
 
 // Without symbols: the points of one pixel column collapse to at most four (first, lowest and
 // highest in data order, last), which draws the same polyline as all of them.
-void TQySeries::CompressRuns(int start, int stop) {
+void TQyLineSeries::CompressRuns(int start, int stop) {
   struct Kept { QPointF p; int i; };
   Kept first{}, low{}, high{}, last{};
   double firstColumn = 0;
@@ -190,15 +191,15 @@ void TQySeries::CompressRuns(int start, int stop) {
 }
 
 // Closes the polygon of a filled area: to the other series of a band, or down to the baseline.
-void TQySeries::AddBandPoints() {
+void TQyLineSeries::AddBandPoints() {
   FTotalPointCount = FPointCount;
   if (FPointCount == 0) return;
   FPoints.CheckCount(FPointCount);
   TQySeries* band = FDrawBandTo;
-  if (band && band->FGraph) {
-    if (band->FPointsStale) band->CalculatePoints();
-    if (band->FPointCount > 0) {
-      for (int k = band->FPointCount - 1; k >= 0; --k) FPoints.SetValue(FTotalPointCount++, band->FPoints[k]);
+  if (band && band->Graph()) {
+    if (band->PointsStale()) band->CalculatePoints();
+    if (band->PointCount() > 0) {
+      for (int k = band->PointCount() - 1; k >= 0; --k) FPoints.SetValue(FTotalPointCount++, band->Points()[k]);
       return;
     }
   }
@@ -243,7 +244,9 @@ int TQySeries::FindPoint(float x, float y, float tolerance) {
   return -1;
 }
 
-int TQySeries::FindPoint(float x, float y) {
+int TQySeries::FindPoint(float x, float y) { return FindPoint(x, y, 1.0f); }
+
+int TQyLineSeries::FindPoint(float x, float y) {
   return FindPoint(x, y, FPointSymbol->GetVisible() ? FPointSymbol->GetSize() : 1.0f);
 }
 
@@ -287,12 +290,12 @@ TQyNearestPointResult TQySeries::NearestY(float y) {
                  [&](const QPointF& p) { return float(std::fabs(p.y() - y)); });
 }
 
-float TQySeries::ExtraSpaceAt(int) {
+float TQyLineSeries::ExtraSpaceAt(int) {
   if (!FVisible || !FPointSymbol->GetVisible() || !FXData || FXData->GetCount() < 2) return 0;
   return (FPointSymbol->GetSize() + FPointSymbol->GetBorderLineWidth()) / 2 + 1;
 }
 
-int TQySeries::GetItemHeight() {
+int TQyLineSeries::GetItemHeight() {
   float h = 0;
   if (FLine->GetVisible()) h = FLine->GetWidth();
   if (FPointSymbol->GetVisible()) h = std::max(h, FPointSymbol->GetSize() + 2);

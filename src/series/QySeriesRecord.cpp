@@ -3,6 +3,7 @@
 // the indexer that stands in for a missing vector is written as no reference.
 #include "QyClassRegistry.h"
 #include "QyPointSeries.h"
+#include "QyRecordMedia.h"
 #include "QyRecordSchema.h"
 #include "QyStyles.h"
 
@@ -13,20 +14,21 @@ QY_REGISTER_CLASS(TQyPointWithErrorSeries);
 namespace {
 using T = TQyFieldType;
 
-const TQySeries* Series(const QObject* o) { return static_cast<const TQySeries*>(o); }
+const TQyLineSeries* Series(const QObject* o) { return static_cast<const TQyLineSeries*>(o); }
 
 TQyRecordEntry Link(const QString& key, const char* property) {
   return QyField(key, T::Reference, property).At("Links");
 }
 
-TQyRecordEntry Symbol(const QString& key, TQyPointSymbolSettings* (TQySeries::*get)() const) {
+TQyRecordEntry Symbol(const QString& key, TQyPointSymbolSettings* (TQyLineSeries::*get)() const) {
   return QyField(key, T::Inline, [get](const QObject* o) {
     return QVariant::fromValue<QObject*>((Series(o)->*get)());
   });
 }
 } // namespace
 
-QY_REGISTER_RECORD(TQySeries, {
+// The record of a series as the first class that publishes all of it, the line series, has it.
+QY_REGISTER_RECORD(TQyLineSeries, {
     QyField("Type", T::String, [](const QObject* o) { return QVariant(o->metaObject()->className()); }),
     QyField("Name", T::Name, "objectName"),
     QyField("Text", T::String, "Caption").At("Caption").Ini("Caption"),
@@ -48,13 +50,13 @@ QY_REGISTER_RECORD(TQySeries, {
     Link("YAxis", "YAxis"),
     Link("MergeLegendItemWith", "MergeLegendItemWith").InBlock(1),
     Link("DrawBandTo", "DrawBandTo").InBlock(1),
-    Symbol("PointSymbol", &TQySeries::PointSymbol).InBlock(2),
-    Symbol("OutOfRangeSymbol", &TQySeries::OutOfRangePointSymbol).InBlock(3),
+    Symbol("PointSymbol", &TQyLineSeries::PointSymbol).InBlock(2),
+    Symbol("OutOfRangeSymbol", &TQyLineSeries::OutOfRangePointSymbol).InBlock(3),
     // A property of point series only; every series keeps it.
     QyField("RangeFromFunction", T::Reference,
             [](const QObject* o) { return QVariant::fromValue<QObject*>(Series(o)->GetRangeFromFunction()); },
             [](QObject* o, const QVariant& v) {
-              static_cast<TQySeries*>(o)->SetRangeFromFunction(qobject_cast<TQySeries*>(v.value<QObject*>()));
+              static_cast<TQyLineSeries*>(o)->SetRangeFromFunction(qobject_cast<TQySeries*>(v.value<QObject*>()));
             })
         .At("Links")
         .InBlock(3),
@@ -67,3 +69,5 @@ QY_REGISTER_RECORD(TQyPointWithErrorSeries, {
     Link("DeltaYPlus", "DeltaYPlus").InBlock(4),
     Link("DeltaYMinus", "DeltaYMinus").InBlock(4),
 });
+
+QY_DOCUMENT_MEMBERS_IMPL(TQySeries)

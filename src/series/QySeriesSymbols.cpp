@@ -2,7 +2,6 @@
 // holes that translucent symbols cut into the clip before the line is drawn.
 #include "QyAxis.h"
 #include "QyDrawing.h"
-#include "QyGraph2D.h"
 #include "QySeries.h"
 #include "QyStyles.h"
 #include "QyVectors.h"
@@ -31,12 +30,12 @@ QRegion UniteAll(std::vector<QRegion> parts) {
 
 // The X of data index i lies within the calculated range of RangeFromFunction (bounds included).
 // The data index is what decides, so that thinned points are judged by their own value.
-bool TQySeries::InFunctionRange(int i) {
+bool TQyLineSeries::InFunctionRange(int i) {
   const double x = TransformX(FXData->GetValue(i), i);
   return x >= FRangeFromFunction->GetCalcStart() && x <= FRangeFromFunction->GetCalcStop();
 }
 
-const TQyPointSymbolSettings* TQySeries::SymbolAt(int i, const QPen*& pen, const QBrush*& brush) {
+const TQyPointSymbolSettings* TQyLineSeries::SymbolAt(int i, const QPen*& pen, const QBrush*& brush) {
   if (!FPointSymbol->GetVisible()) return nullptr;
   if (FRangeFromFunction && !InFunctionRange(i)) {
     if (!FOutOfRangePointSymbol->GetVisible()) return nullptr;
@@ -47,20 +46,20 @@ const TQyPointSymbolSettings* TQySeries::SymbolAt(int i, const QPen*& pen, const
   return FPointSymbol;
 }
 
-bool TQySeries::NeedsHoles() const {
+bool TQyLineSeries::NeedsHoles() const {
   if (!FPointSymbol->GetVisible()) return false;
   return Translucent(FPointSymbol) ||
          (FRangeFromFunction && FOutOfRangePointSymbol->GetVisible() && Translucent(FOutOfRangePointSymbol));
 }
 
-template <class F> void TQySeries::ForEachDistinctSymbol(F f) {
+template <class F> void TQyLineSeries::ForEachDistinctSymbol(F f) {
   const int m = int(std::ceil(std::max(FPointSymbol->GetSize(), FOutOfRangePointSymbol->GetSize()))) + 1;
-  FDrawCells.Reset(QRect(0, 0, FGraph->width(), FGraph->height()).adjusted(-m, -m, m, m));
+  FDrawCells.Reset(QRect(QPoint(0, 0), FGraph->LayoutSize()).adjusted(-m, -m, m, m));
   for (int k = 0; k < FPointCount; ++k)
     if (FDrawCells.Claim(FPoints[k])) f(k);
 }
 
-void TQySeries::ShootHolesToClip(QPainter* g) {
+void TQyLineSeries::ShootHolesToClip(QPainter* g) {
   std::vector<QRegion> holes;
   ForEachDistinctSymbol([&](int k) {
     const QPen* pen;
@@ -110,7 +109,7 @@ bool CanStamp(QPainter* g, int count) {
 
 // Symbols are drawn once per paint, above the axes (the graph calls this after them), so that
 // translucent fills are not blended twice.
-void TQySeries::DrawSymbols(QPainter* g) {
+void TQyLineSeries::DrawSymbols(QPainter* g) {
   if (!FVisible || !FGraph || FPointsStale || FPointCount == 0) return;
   if (OnGetPointSymbol) {
     ForEachDistinctSymbol([&](int k) {

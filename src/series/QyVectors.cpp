@@ -1,9 +1,10 @@
 #include "QyVectors.h"
+#include "QyByteStream.h"
 #include "QyListLink.h"
 #include "QyLocalize.h"
-#include "QySeries.h"
 #include <QThread>
 #include <algorithm>
+#include <cstring>
 #include <mutex>
 
 TQyCustomDoubleVector::TQyCustomDoubleVector(QObject* owner) : QObject(owner) {
@@ -174,10 +175,7 @@ int TQyCustomDoubleVector::Insert(int i, double v) {
     // Inserting is O(n) anyway: recompute the statistics rather than patch them.
     ResetRanges();
   }
-  if (QThread::currentThread() == thread())
-    for (QObject* o : RelatedSeries())
-      if (auto* s = qobject_cast<TQySeries*>(o); s && s->GetYData() == this)
-        s->ValueInsertedLinkedMarkers(i);
+  NotifyAtOnce(TQyVectorChange::Inserted, i);
   NotifyListeners(TQyVectorChange::Ranges);
   return GetCount();
 }
@@ -209,10 +207,7 @@ void TQyCustomDoubleVector::Delete(int i, bool deleteLinkedMarkers) {
     if (FCheckedCount > i) FCheckedCount -= 1;
     if (extreme) ResetRanges();
   }
-  if (deleteLinkedMarkers && QThread::currentThread() == thread())
-    for (QObject* o : RelatedSeries())
-      if (auto* s = qobject_cast<TQySeries*>(o); s && s->GetYData() == this)
-        s->DeleteLinkedMarkers(i);
+  if (deleteLinkedMarkers) NotifyAtOnce(TQyVectorChange::Deleted, i);
   NotifyListeners(extreme ? TQyVectorChange::Ranges : TQyVectorChange::Reset);
 }
 
@@ -224,10 +219,7 @@ void TQyCustomDoubleVector::Clear(bool clearLinkedMarkers) {
     FOutliers.Clear();
     ResetRanges();
   }
-  if (clearLinkedMarkers && QThread::currentThread() == thread())
-    for (QObject* o : RelatedSeries())
-      if (auto* s = qobject_cast<TQySeries*>(o); s && s->GetYData() == this)
-        s->ClearLinkedMarkers();
+  if (clearLinkedMarkers) NotifyAtOnce(TQyVectorChange::Cleared, -1);
   NotifyListeners(TQyVectorChange::Ranges);
 }
 
@@ -276,16 +268,21 @@ void TQyCustomDoubleVector::SetIncrement(int n) {
 
 // ---- listeners --------------------------------------------------------------------------------
 
-void TQyCustomDoubleVector::AddListener(QObject* listener) {
-  if (listener && !FRelatedSeries.contains(listener)) FRelatedSeries.append(listener);
+void TQyCustomDoubleVector::AddListener(IQyVectorListener* listener) {
+  if (!listener) return;
+  for (const auto& p : FRelatedSeries)
+    if (p == listener) return;
+  FRelatedSeries.append(listener);
 }
 
-void TQyCustomDoubleVector::RemoveListener(QObject* listener) { FRelatedSeries.removeAll(listener); }
+void TQyCustomDoubleVector::RemoveListener(IQyVectorListener* listener) {
+  FRelatedSeries.removeIf([listener](const auto& p) { return p.data() == listener; });
+}
 
 QList<QObject*> TQyCustomDoubleVector::RelatedSeries() const {
   QList<QObject*> out;
   for (const auto& p : FRelatedSeries)
-    if (p) out.append(p.data());
+    if (p) out.append(p.object());
   return out;
 }
 
@@ -317,20 +314,57 @@ void TQyCustomDoubleVector::NotifyListeners(TQyVectorChange change) {
   }, Qt::QueuedConnection);
 }
 
-void TQyCustomDoubleVector::Deliver(TQyVectorChange change) {
+void TQyCustomDoubleVector::Deliver(TQyVectorChange change, int index) {
   if (FRelatedSeries.isEmpty()) return; // a vector filled before it is shown appends at full speed
-  for (QObject* o : RelatedSeries()) {
-    auto* s = qobject_cast<TQySeries*>(o);
-    if (!s) {
-      if (auto* l = dynamic_cast<TQyVectorListener*>(o)) l->Modified();
-      continue;
+  const auto listeners = FRelatedSeries; // a listener may leave while it is told
+  for (const auto& l : listeners)
+    if (l) l->VectorChanged(this, change, index);
+}
+
+void TQyCustomDoubleVector::NotifyAtOnce(TQyVectorChange change, int index) {
+  if (QThread::currentThread() == thread()) Deliver(change, index);
+}
+
+// ---- recorded state: the values and the outlier indices, as two binary blocks ------------------
+
+void TQyCustomDoubleVector::WriteState(QIODevice& device) {
+  QByteArray values, outliers;
+  {
+    auto lock = ReadLock();
+    const int n = Count();
+    values.resize(qsizetype(n) * qsizetype(sizeof(double)));
+    for (int i = 0; i < n; ++i) {
+      const double x = GetValue(i); // computed vectors answer through the virtual
+      std::memcpy(values.data() + qsizetype(i) * qsizetype(sizeof(double)), &x, sizeof(double));
     }
-    switch (change) {
-    case TQyVectorChange::Appended: s->Invalidate(); break;
-    case TQyVectorChange::Changed: s->IsFunctionSeries() ? s->SetLastCount(0) : s->PointsModified(); break;
-    case TQyVectorChange::Reset: s->SetLastCount(0); s->Invalidate(); break;
-    case TQyVectorChange::Ranges: s->RangesModified(); break;
+    outliers.resize(qsizetype(FOutliers.Count()) * qsizetype(sizeof(qint32)));
+    for (int i = 0; i < FOutliers.Count(); ++i) {
+      const qint32 k = FOutliers[i];
+      std::memcpy(outliers.data() + qsizetype(i) * qsizetype(sizeof(qint32)), &k, sizeof(qint32));
     }
+  }
+  TQyValueWriter w(&device);
+  w.WriteBinary(values);
+  w.WriteBinary(outliers);
+}
+
+void TQyCustomDoubleVector::ReadState(QIODevice& device) {
+  TQyValueReader r(&device);
+  const QByteArray values = r.ReadBinary();
+  const QByteArray outliers = r.ReadBinary();
+  std::vector<double> data(size_t(values.size()) / sizeof(double));
+  if (!data.empty()) std::memcpy(data.data(), values.constData(), data.size() * sizeof(double));
+  if (auto* d = qobject_cast<TQyDoubleVector*>(this)) {
+    d->SetValues(std::move(data));
+  } else {
+    Clear(false);
+    for (double x : data) Add(x);
+  }
+  ClearOutlieres();
+  for (qsizetype i = 0; i + qsizetype(sizeof(qint32)) <= outliers.size(); i += sizeof(qint32)) {
+    qint32 k;
+    std::memcpy(&k, outliers.constData() + i, sizeof(qint32));
+    AddOutlier(k);
   }
 }
 

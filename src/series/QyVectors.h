@@ -1,8 +1,11 @@
 #pragma once
 // Data vectors: growing arrays of doubles with lazy incremental statistics, outliers and listeners.
+#include "QyInterfacePointer.h"
 #include "QyPlainVectors.h"
 #include "QyProperty.h"
 #include "QyRecordSchema.h"
+#include "QyStateful.h"
+#include "QyValueList.h"
 #include <QAbstractItemModel>
 #include <QList>
 #include <QObject>
@@ -11,17 +14,30 @@
 #include <functional>
 #include <shared_mutex>
 
-class TQySeries;
+class TQyCustomDoubleVector;
 class TQyListLink;
 
-// Something other than a series that wants to hear when a vector changes.
-class TQyVectorListener {
-public:
-  virtual ~TQyVectorListener() = default;
-  virtual void Modified() = 0;
+// What a change of a vector means to its listeners. The first four go weakest first: changes
+// from another thread are coalesced into the strongest of them.
+enum class TQyVectorChange {
+  Appended, // values came at the end
+  Changed,  // values changed in place
+  Reset,    // listeners start over on the values (statistics still valid)
+  Ranges,   // the extent may have changed: listeners take their ranges anew
+  Inserted, // a value was inserted at the index (a Ranges notice follows)
+  Deleted,  // the value at the index was deleted (a notice of the change follows)
+  Cleared   // all values went (a Ranges notice follows)
 };
 
-class TQyCustomDoubleVector : public QObject, public TQyRecording {
+// Whatever uses a vector (a series, a chart of its own) hears of its changes through this.
+class IQyVectorListener {
+public:
+  virtual ~IQyVectorListener() = default;
+  // On the vector's thread. `index` is the place of Inserted and Deleted, else -1.
+  virtual void VectorChanged(TQyCustomDoubleVector* vector, TQyVectorChange change, int index) = 0;
+};
+
+class TQyCustomDoubleVector : public QObject, public TQyRecording, public IQyStateful {
   Q_OBJECT
   QY_RECORDING_SIGNAL(TQyCustomDoubleVector)
 
@@ -83,9 +99,9 @@ public:
   void ResetRelatedSeries();
   void InvalidateRelatedSeries();
 
-  // ---- listeners: series and other objects (TQyVectorListener) that use this vector
-  void AddListener(QObject* listener);
-  void RemoveListener(QObject* listener);
+  // ---- listeners: the series and other objects that use this vector
+  void AddListener(IQyVectorListener* listener);
+  void RemoveListener(IQyVectorListener* listener);
   QList<QObject*> RelatedSeries() const;
 
   // Appends may come from a worker thread while the interface thread reads. Writers take the lock
@@ -94,14 +110,17 @@ public:
   // to write them.
   std::shared_lock<std::shared_mutex> ReadLock();
 
-  // What a change means to the listeners, weakest first.
-  enum class TQyVectorChange { Appended, Changed, Reset, Ranges };
+  // The whole data for the undo stack: the values and the outlier indices.
+  void WriteState(QIODevice& device) override;
+  void ReadState(QIODevice& device) override;
 
 protected:
   // Tells every listener, on the interface thread; changes from other threads are coalesced into
   // one queued notification of the strongest kind.
   void NotifyListeners(TQyVectorChange change);
-  void Deliver(TQyVectorChange change);
+  void Deliver(TQyVectorChange change, int index = -1);
+  // Marker notices (insert, delete, clear): told at once, and only on the vector's own thread.
+  void NotifyAtOnce(TQyVectorChange change, int index);
   void StoreValue(int i, double v); // CheckCount + store, no statistics
   void CheckMinMaxLocked();
 
@@ -119,7 +138,7 @@ protected:
   bool FHasOutliers = false;
   TQyIntegerVector FOutliers;
   std::vector<double> FValues;
-  QList<QPointer<QObject>> FRelatedSeries;
+  QList<TQyInterfacePointer<IQyVectorListener>> FRelatedSeries;
   mutable std::shared_mutex FLock;
   std::atomic<int> FPendingChange{-1};
 
@@ -128,7 +147,7 @@ private:
 };
 
 // The concrete vector that applications fill, by hand or from a column of an item model.
-class TQyDoubleVector : public TQyCustomDoubleVector {
+class TQyDoubleVector : public TQyCustomDoubleVector, public IQyValueList {
   Q_OBJECT
   QY_PROPERTY(bool, PersistentValues, nullptr, (void)0) = false;
   Q_PROPERTY(int Capacity READ Capacity WRITE SetCapacity)
@@ -142,6 +161,8 @@ public:
   ~TQyDoubleVector() override;
   // Takes the values as the vector's content.
   void SetValues(std::vector<double> values);
+  std::vector<double> ValueList() const override { return {Data(), Data() + Count()}; }
+  void SetValueList(std::vector<double> values) override { SetValues(std::move(values)); }
   void AddRange(const double* values, int n);
   void AddRange(const std::vector<double>& values) { AddRange(values.data(), int(values.size())); }
   void AddRange(const std::vector<float>& values);
@@ -195,6 +216,7 @@ public:
   double GetValue(int i) const override { return FPartner ? i : 0; }
   void SetValue(int i, double v) override;
   bool IsChanged() const override { return FPartner && FPartner->IsChanged(); }
+  bool HasState() const override { return false; } // no data of its own
 
 private:
   QPointer<TQyCustomDoubleVector> FPartner;

@@ -1,6 +1,7 @@
 // The document record of a data vector: its settings, its database binding and its values with
 // their outliers.
 #include "QyClassRegistry.h"
+#include "QyRecordMedia.h"
 #include "QyRecordSchema.h"
 #include "QyVectors.h"
 
@@ -76,3 +77,5 @@ QY_REGISTER_RECORD(TQyDoubleVector, {
     QyCustomField("Values", WriteValues, ReadValues),
     QyCustomField("Outliers", WriteOutliers, ReadOutliers),
 });
+
+QY_DOCUMENT_MEMBERS_IMPL(TQyDoubleVector)

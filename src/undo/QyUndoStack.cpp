@@ -4,7 +4,7 @@
 #include "QyExceptions.h"
 #include "QyIO.h"
 #include "QyLocalize.h"
-#include "QyVectors.h"
+#include "QyStateful.h"
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QFile>
@@ -227,10 +227,10 @@ void TQyUndoStack::PushEditState(QObject* edit, const QString& text, int selStar
 }
 
 void TQyUndoStack::PushVectorState(QObject* vector, const QString& caption) {
-  auto* v = qobject_cast<TQyCustomDoubleVector*>(vector);
-  if (!CanPush() || !v || qobject_cast<TQyIndexer*>(v)) return; // an indexer has no data of its own
+  auto* v = dynamic_cast<IQyStateful*>(vector);
+  if (!CanPush() || !v || !v->HasState()) return;
   PushUndoRecord(BuildRecord(caption, TQyUndoToken::udVectorState,
-                             [&](TQyValueWriter& w) { WriteVectorState(w, v); }));
+                             [&](TQyValueWriter& w) { WriteVectorState(w, vector); }));
 }
 
 void TQyUndoStack::StartGroup(const QString& caption) {

@@ -21,7 +21,6 @@
 class TQyValueReader;
 class TQyValueWriter;
 class TQyUndoStack;
-class TQyCustomDoubleVector;
 
 namespace QyUndoStack {
 Q_NAMESPACE
@@ -151,7 +150,7 @@ private:
   void ReadPropertyFrom(TQyValueReader& r, QObject* o, const QByteArray& name);
   void WriteComponentImage(TQyValueWriter& w, QObject* o);
   void ReadComponentFrom(TQyValueReader& r, QObject* o);
-  void WriteVectorState(TQyValueWriter& w, TQyCustomDoubleVector* v);
+  void WriteVectorState(TQyValueWriter& w, QObject* o); // o is an IQyStateful
   qint64 ObjectId(QObject* o);
 
   bool FEnabled = true;

@@ -6,7 +6,7 @@
 #include "QyIO.h"
 #include "QyLocalize.h"
 #include "QyRecordMedia.h"
-#include "QyVectors.h"
+#include "QyStateful.h"
 #include <QBuffer>
 #include <QDataStream>
 #include <QLineEdit>
@@ -91,48 +91,6 @@ void SetEditState(QObject* e, const QString& text, int start, int length) {
     e->setProperty("Caption", text);
     e->setProperty("SelStart", start);
     e->setProperty("SelLength", length);
-  }
-}
-
-// ---- vectors: count, the values, the outlier indices
-
-void WriteVectorImage(TQyValueWriter& w, TQyCustomDoubleVector* v) {
-  QByteArray values, outliers;
-  {
-    auto lock = v->ReadLock();
-    const int n = v->Count();
-    values.resize(qsizetype(n) * qsizetype(sizeof(double)));
-    for (int i = 0; i < n; ++i) {
-      const double x = v->GetValue(i);
-      std::memcpy(values.data() + qsizetype(i) * qsizetype(sizeof(double)), &x, sizeof(double));
-    }
-    const TQyIntegerVector& o = v->Outliers();
-    outliers.resize(qsizetype(o.Count()) * qsizetype(sizeof(qint32)));
-    for (int i = 0; i < o.Count(); ++i) {
-      const qint32 k = o[i];
-      std::memcpy(outliers.data() + qsizetype(i) * qsizetype(sizeof(qint32)), &k, sizeof(qint32));
-    }
-  }
-  w.WriteBinary(values);
-  w.WriteBinary(outliers);
-}
-
-void ReadVectorImage(TQyValueReader& r, TQyCustomDoubleVector* v) {
-  const QByteArray values = r.ReadBinary();
-  const QByteArray outliers = r.ReadBinary();
-  std::vector<double> data(size_t(values.size()) / sizeof(double));
-  if (!data.empty()) std::memcpy(data.data(), values.constData(), data.size() * sizeof(double));
-  if (auto* d = qobject_cast<TQyDoubleVector*>(v)) {
-    d->SetValues(std::move(data));
-  } else {
-    v->Clear(false);
-    for (double x : data) v->Add(x);
-  }
-  v->ClearOutlieres();
-  for (qsizetype i = 0; i + qsizetype(sizeof(qint32)) <= outliers.size(); i += sizeof(qint32)) {
-    qint32 k;
-    std::memcpy(&k, outliers.constData() + i, sizeof(qint32));
-    v->AddOutlier(k);
   }
 }
 
@@ -313,13 +271,17 @@ bool TQyUndoStack::Apply(TQyUndoToken token, TQyValueReader& r, TQyValueWriter* 
     return true;
   }
   case TQyUndoToken::udVectorState: {
-    auto* v = qobject_cast<TQyCustomDoubleVector*>(ReadObjectInstance(r));
+    QObject* o = ReadObjectInstance(r);
+    auto* v = dynamic_cast<IQyStateful*>(o);
     if (!v) return false;
     if (reverse) {
       reverse->WriteInteger(int(TQyUndoToken::udVectorState));
-      WriteVectorState(*reverse, v);
+      WriteVectorState(*reverse, o);
     }
-    ReadVectorImage(r, v);
+    QByteArray state = r.ReadBinary();
+    QBuffer device(&state);
+    device.open(QIODevice::ReadOnly);
+    v->ReadState(device);
     return true;
   }
   case TQyUndoToken::udStartGroup: // mirrored in the other log
@@ -334,7 +296,12 @@ bool TQyUndoStack::Apply(TQyUndoToken token, TQyValueReader& r, TQyValueWriter* 
 
 // ---- vector records
 
-void TQyUndoStack::WriteVectorState(TQyValueWriter& w, TQyCustomDoubleVector* v) {
-  WriteObjectInstance(w, v);
-  WriteVectorImage(w, v);
+// The object, then its state as one block.
+void TQyUndoStack::WriteVectorState(TQyValueWriter& w, QObject* o) {
+  QByteArray state;
+  QBuffer device(&state);
+  device.open(QIODevice::WriteOnly);
+  dynamic_cast<IQyStateful*>(o)->WriteState(device);
+  WriteObjectInstance(w, o);
+  w.WriteBinary(state);
 }

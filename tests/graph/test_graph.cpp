@@ -184,3 +184,26 @@ TEST(Graph, AppendInsideTheEndsNeedsNoLayout) {
   EXPECT_TRUE(y->NeedsCalc());
   EXPECT_GE(y->GetStop(), stop * 3);
 }
+
+// A series that is no line series: the graph and its axes take its extent and ask it through the
+// virtuals; it draws nothing and picks nothing.
+TEST(Graph, ASeriesOfNoDrawingKindStillRangesTheAxes) {
+  QyTestGraph f;
+  auto* s = new TQySeries(f.form.get());
+  auto* x = new TQyDoubleVector(f.form.get());
+  auto* y = new TQyDoubleVector(f.form.get());
+  x->AddRange(std::vector<double>{2, 4, 6});
+  y->AddRange(std::vector<double>{1, 5, 3});
+  s->SetXData(x);
+  s->SetYData(y);
+  s->SetXAxis(f.X());
+  s->SetYAxis(f.Y());
+  f.Render();
+  EXPECT_EQ(f.graph->RelatedSeries(), QList<TQySeries*>{s});
+  EXPECT_EQ(f.X()->DataHullMin(), 2);
+  EXPECT_EQ(f.X()->DataHullMax(), 6);
+  EXPECT_EQ(f.Y()->DataHullMin(), 1);
+  EXPECT_EQ(f.Y()->DataHullMax(), 5);
+  EXPECT_EQ(s->PointCount(), 0);
+  EXPECT_EQ(s->FindPoint(f.X()->NumberToWorld(4), f.Y()->NumberToWorld(5)), -1);
+}

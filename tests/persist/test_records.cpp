@@ -223,7 +223,7 @@ void Symbol(TQyPointSymbolSettings* s) {
   s->SetPointSymbol(TQyPointSymbol::Nabla);
 }
 
-void Series(TQySeries* s, Fixture& f) {
+void Series(TQyLineSeries* s, Fixture& f) {
   s->SetCaption("A \\bcaption\r\nin two lines");
   s->SetOutliersVisible(true);
   s->SetIncludeInLegend(false);
@@ -357,7 +357,7 @@ const ClassCase ClassCases[] = {
        EXPECT_EQ(const_cast<TQyAxis*>(ab)->TimeFormats().Day, "dd.mm.");
      }},
     {"LineSeries", [](Fixture& f) -> QObject* { return new TQyLineSeries(&f.form); },
-     [](QObject* o, Fixture& f) { Series(static_cast<TQySeries*>(o), f); }, {}},
+     [](QObject* o, Fixture& f) { Series(static_cast<TQyLineSeries*>(o), f); }, {}},
     {"ErrorSeries", [](Fixture& f) -> QObject* { return new TQyPointWithErrorSeries(&f.form); },
      [](QObject* o, Fixture& f) {
        auto* s = static_cast<TQyPointWithErrorSeries*>(o);

@@ -3,15 +3,19 @@
 #include <QyExceptions.h>
 #include <QyVectors.h>
 #include <atomic>
+#include <functional>
 #include <gtest/gtest.h>
 #include <thread>
 
 namespace {
 constexpr double MaxDouble = 1.7976931348623157e308;
 
-struct CountingListener : QObject, TQyVectorListener {
-  int calls = 0;
-  void Modified() override { ++calls; }
+// Notes every notice as (kind, index).
+struct RecordingListener : QObject, IQyVectorListener {
+  std::vector<std::pair<TQyVectorChange, int>> heard;
+  void VectorChanged(TQyCustomDoubleVector*, TQyVectorChange change, int index) override {
+    heard.emplace_back(change, index);
+  }
 };
 
 TQyDoubleVector* Make(std::initializer_list<double> values, QObject* owner) {
@@ -122,20 +126,40 @@ TEST(DoubleVector, GrowthAndErrorsAsObservable) {
   EXPECT_DOUBLE_EQ(indexer.GetSum(), 3.0); // 0 + 1 + 2
 }
 
-TEST(DoubleVector, ListenersHearDeleteInsertAndClear) {
-  QObject owner;
-  auto* v = Make({1, 2, 3}, &owner);
-  CountingListener listener;
-  v->AddListener(&listener);
-  v->Delete(1);
-  EXPECT_EQ(listener.calls, 1);
-  v->Insert(0, 5);
-  EXPECT_EQ(listener.calls, 2);
-  v->Clear();
-  EXPECT_EQ(listener.calls, 3);
-  v->RemoveListener(&listener);
-  v->Add(1);
-  EXPECT_EQ(listener.calls, 3);
+// Each change tells its kind: deleting a value that is no extreme keeps the statistics (Reset),
+// an insert or a clear may move the extent (Ranges); marker notices come first with their index.
+TEST(DoubleVector, ListenersHearTheKindOfEachChange) {
+  using C = TQyVectorChange;
+  using Heard = std::vector<std::pair<C, int>>;
+  struct Row {
+    const char* what;
+    std::function<void(TQyDoubleVector*)> change;
+    Heard expected;
+  };
+  const Row rows[] = {
+      {"append", [](TQyDoubleVector* v) { v->Add(4); }, {{C::Appended, -1}}},
+      {"append range", [](TQyDoubleVector* v) { v->AddRange(std::vector<double>{4, 5}); }, {{C::Appended, -1}}},
+      {"set inside", [](TQyDoubleVector* v) { v->SetValue(1, 2.5); }, {{C::Changed, -1}}},
+      {"set beyond max", [](TQyDoubleVector* v) { v->SetValue(1, 9); }, {{C::Ranges, -1}}},
+      {"delete inner", [](TQyDoubleVector* v) { v->Delete(1); }, {{C::Deleted, 1}, {C::Reset, -1}}},
+      {"delete max", [](TQyDoubleVector* v) { v->Delete(2); }, {{C::Deleted, 2}, {C::Ranges, -1}}},
+      {"delete, markers kept", [](TQyDoubleVector* v) { v->Delete(1, false); }, {{C::Reset, -1}}},
+      {"insert", [](TQyDoubleVector* v) { v->Insert(0, 5); }, {{C::Inserted, 0}, {C::Ranges, -1}}},
+      {"clear", [](TQyDoubleVector* v) { v->Clear(); }, {{C::Cleared, -1}, {C::Ranges, -1}}},
+      {"clear, markers kept", [](TQyDoubleVector* v) { v->Clear(false); }, {{C::Ranges, -1}}},
+  };
+  for (const Row& row : rows) {
+    QObject owner;
+    auto* v = Make({1, 2, 3}, &owner);
+    v->CheckMinMax(); // statistics known: changes are measured against them
+    RecordingListener listener;
+    v->AddListener(&listener);
+    row.change(v);
+    EXPECT_EQ(listener.heard, row.expected) << row.what;
+    v->RemoveListener(&listener);
+    v->Add(1);
+    EXPECT_EQ(listener.heard, row.expected) << row.what << ": heard after leaving";
+  }
 }
 
 TEST(DoubleVector, BulkAppendIsLinear) {
@@ -158,9 +182,9 @@ TEST(DoubleVector, BulkAppendIsLinear) {
 TEST(DoubleVector, AppendFromAWorkerWhileReading) {
   QObject owner;
   TQyDoubleVector v(&owner);
-  struct ThreadCheck : QObject, TQyVectorListener {
+  struct ThreadCheck : QObject, IQyVectorListener {
     std::atomic<int> calls{0}, wrongThread{0};
-    void Modified() override {
+    void VectorChanged(TQyCustomDoubleVector*, TQyVectorChange, int) override {
       ++calls;
       if (QThread::currentThread() != QCoreApplication::instance()->thread()) ++wrongThread;
     }
