@@ -32,6 +32,9 @@ TQySeries::TQySeries(QObject* owner) : QObject(owner) {
   FLimitMinX = FLimitMinY = MaxDouble;
   FLimitMaxX = FLimitMaxY = -MaxDouble;
   FDataIndexer = new TQyIndexer(this);
+  // Every series takes the next row of the default looks, whether or not it draws a line.
+  if (DefaultLookCounter >= 6) DefaultLookCounter = 0;
+  FLookRow = DefaultLookCounter++;
 }
 
 TQyLineSeries::TQyLineSeries(QObject* owner) : TQySeries(owner) {
@@ -40,8 +43,7 @@ TQyLineSeries::TQyLineSeries(QObject* owner) : TQySeries(owner) {
   FArea = new TQyAreaSettings(modified, this);
   FPointSymbol = new TQyPointSymbolSettings(modified, this);
   FOutOfRangePointSymbol = new TQyPointSymbolSettings(modified, this);
-  if (DefaultLookCounter >= 6) DefaultLookCounter = 0;
-  const DefaultLook& look = DefaultLooks[DefaultLookCounter++];
+  const DefaultLook& look = DefaultLooks[FLookRow];
   FLine->SetColor(look.line);
   for (TQyPointSymbolSettings* s : {FPointSymbol, FOutOfRangePointSymbol}) {
     s->SetPointSymbol(look.symbol);

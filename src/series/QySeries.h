@@ -243,6 +243,7 @@ protected:
   TQyInterfacePointer<IQySeriesHost> FGraph;
   TQyIndexer* FDataIndexer = nullptr;
   int FLayer = 0;
+  int FLookRow = 0; // the row of the default looks this series took
   TQyPointVector FPoints;
   TQyIntegerVector FPointIndices;
   int FPointCount = 0;
