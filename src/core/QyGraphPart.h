@@ -67,6 +67,10 @@ public:
   virtual void TakeMargins(TQyLayoutMargins& margins, QSizeF client) { (void)margins, (void)client; }
   // Layout, after the data area is known: the part places itself (centred legends, scroll bars).
   virtual void PlaceInLayout(const QRectF& dataArea) { (void)dataArea; }
+  // A part that gives the data area depth (three-dimensional bars) answers its depth in pixels,
+  // to the right and upwards; the first part that answers true sets the depth of the graph's box
+  // (back wall, side walls, grid across the floor and up the back wall).
+  virtual bool GraphDepth(float& depthX, float& depthY) { (void)depthX, (void)depthY; return false; }
   // The graph's undo stack (nullptr: none). Nested setting groups reach it by the owner chain.
   virtual void SetUndoStack(TQyUndoRecorder* stack) = 0;
   // A change notice of the graph.

@@ -219,6 +219,11 @@ protected:
 private:
   void RedoLayout();
   bool PartShown(IQyGraphPart* part) const;
+  // ---- the box of a graph with depth (QyGraphDepth.cpp)
+  void MeasureDepth();
+  void PaintWalls(QPainter* g);
+  void PaintGridLine3D(QPainter* g, bool alongX, float p);
+  void PaintBoxEdges(QPainter* g);
   void PaintPass(QPainter* g, TQyPaintPass pass);
   void PaintOwnShare(QPainter* g, TQyPaintPass pass);
   void PaintPart(QPainter* g, IQyGraphPart* part, TQyPaintPass pass);
@@ -231,6 +236,12 @@ private:
   QPointer<TQyAxis> FPrimaryXAxis, FPrimaryYAxis;
   QList<TQySeries*> FRelatedSeries;
   QList<QPointer<QObject>> FRegisteredParts;
+  // Depth of the data area's box in whole pixels, taken from the first part with depth.
+  struct TDepth {
+    bool Has = false, Grid3D = false, RightYAxis = false;
+    int X = 0, Y = 0;
+    float XAxisLine = 0, YAxisLine = 0;
+  } FDepth;
   QList<QPointer<TQyGraph2D>> FChildGraphs;
   QRectF FDataArea;
   bool FNeedsCalculate = true;

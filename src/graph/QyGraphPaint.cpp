@@ -46,6 +46,7 @@ void TQyGraph2D::PaintGr(QPainter* g) {
     if (!stale || Updating()) break;
     Calculate();
   }
+  MeasureDepth();
   g->save();
   for (int pass = int(TQyPaintPass::Background); pass <= int(TQyPaintPass::Overlays); ++pass)
     PaintPass(g, TQyPaintPass(pass));
@@ -111,6 +112,7 @@ void TQyGraph2D::PaintDataArea(QPainter* g) {
   const bool gradient = FDataAreaGradient->GetVisible();
   const TQyColor color = GetDataAreaColor();
   if (!gradient && (color == GetBackColor() || (color >> 24) == 0)) return;
+  if (FDepth.Has) return PaintWalls(g);
   g->fillRect(FDataArea, gradient ? FDataAreaGradient->GetBrush(FDataArea) : QBrush(TQyColorToQColor(color)));
 }
 
@@ -121,18 +123,23 @@ void TQyGraph2D::PaintGrid(QPainter* g, TQyAxis* axis, TQyLineSettings* major, T
   const bool vertical = axis->GetHorizontal(); // a horizontal axis has vertical grid lines
   const float x0 = FDataArea.x(), y0 = FDataArea.y();
   const float x1 = x0 + FDataArea.width() - 1, y1 = y0 + FDataArea.height() - 1;
+  const bool box = FDepth.Has && FDepth.Grid3D;
   for (TQyLineSettings* grid : {major, minor}) {
     if (!grid->GetVisible()) continue;
     const QPen pen = grid->GetPen(FDataArea);
-    g->setRenderHint(QPainter::Antialiasing, pen.style() != Qt::SolidLine && GetSmoothingMode() >= TQySmoothingMode::AntiAlias);
+    // Flat grids smooth dashed lines only; across a box only the solid ones are smoothed.
+    const bool smooth = box ? pen.style() == Qt::SolidLine : pen.style() != Qt::SolidLine;
+    g->setRenderHint(QPainter::Antialiasing, smooth && GetSmoothingMode() >= TQySmoothingMode::AntiAlias);
     g->setPen(pen);
     for (int i = 0; i < ticks.Count(); ++i) {
       if (flags[i] != (grid == major)) continue;
       // Tick positions are in the axis' own coordinates: add the axis' offset in the graph.
       const float p = (vertical ? axis->x() : axis->y()) + (FPrinting ? ticks[i] : float(Round(ticks[i])));
-      if (vertical) g->drawLine(QPointF(p, y0), QPointF(p, y1));
+      if (box) PaintGridLine3D(g, vertical, p);
+      else if (vertical) g->drawLine(QPointF(p, y0), QPointF(p, y1));
       else g->drawLine(QPointF(x0, p), QPointF(x1, p));
     }
+    if (FDepth.Has && grid == major && grid == FMajorGridHorizontal) PaintBoxEdges(g);
   }
 }
 

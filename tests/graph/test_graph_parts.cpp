@@ -22,6 +22,7 @@ public:
   TQyUndoRecorder* Stack = nullptr;
   QRectF PlacedIn;
   float Margin = 50;
+  QPointF Depth; // none when null
 
   TQyPaintPasses PaintPasses() const override { return Passes; }
   void PaintPass(TQyPaintPass pass, QPainter* g) override {
@@ -31,6 +32,10 @@ public:
   void TakeMargins(TQyLayoutMargins& m, QSizeF) override { m.Left += Margin; }
   void PlaceInLayout(const QRectF& dataArea) override { PlacedIn = dataArea; }
   void SetUndoStack(TQyUndoRecorder* stack) override { Stack = stack; }
+  bool GraphDepth(float& x, float& y) override {
+    x = Depth.x(), y = Depth.y();
+    return !Depth.isNull();
+  }
   void GraphChanged(TQyGraphChange change) override { Changes << change; }
 };
 
@@ -102,6 +107,30 @@ TEST(GraphParts, SeriesDrawLinesBelowAndSymbolsAboveTheAxes) {
   EXPECT_LT(int(TQyPaintPass::Axes), int(TQyPaintPass::SeriesSymbols));
   f.Render();
   EXPECT_EQ(probe->Painted.size(), 1u);
+}
+
+TEST(GraphParts, APartWithDepthMakesTheDataAreaABox) {
+  QyTestGraph f;
+  f.graph->SetDataAreaColor(0xFFC0C0FFu);
+  auto* bars = new TQyProbePart(f.graph);
+  bars->Passes = {};
+  bars->Margin = 0;
+  bars->Depth = QPointF(21, 12); // 20 pixels to the right, 12 up
+  bars->show();
+  const QImage img = f.Render();
+  const QRectF a = f.graph->DataArea();
+  auto lightness = [&](double x, double y) { return QColor(QyProbe::At(img, int(x), int(y))).lightness(); };
+  const int back = lightness(a.center().x() + 20, a.top() - 6);   // above the data area: back wall
+  const int left = lightness(a.left() + 5, a.center().y());        // left wall
+  const int floor = lightness(a.center().x(), a.bottom() - 4);     // floor
+  EXPECT_EQ(QyProbe::At(img, int(a.center().x() + 20), int(a.top() - 6)), 0xFFC0C0FFu);
+  EXPECT_LT(left, back); // walls are darker than the back wall: 0.85 and 0.75 of its brightness
+  EXPECT_LT(floor, left);
+  // Without depth the area above the data area is background.
+  bars->Depth = QPointF();
+  f.graph->update();
+  const QImage flat = f.Render();
+  EXPECT_NE(QyProbe::At(flat, int(a.center().x() + 20), int(a.top() - 6)), 0xFFC0C0FFu);
 }
 
 TEST(Construction, SecondPhaseRunsForTheMostDerivedClass) {
