@@ -9,6 +9,9 @@
 
 QString GetTemporaryPath() {
   QString path = QDir::tempPath();
+  // A temporary folder that does not exist has no canonical path, and an empty one would put
+  // files into the root: keep the folder as named, so that creating a file there fails naming it.
+  if (path.isEmpty()) path = qEnvironmentVariable("TMPDIR", QStringLiteral("/tmp"));
   if (!path.endsWith('/')) path += '/';
   return path;
 }

@@ -65,20 +65,28 @@ TEST(UndoFiles, ThreeConsecutiveFreeNamesRemovedOnDestruction) {
 }
 
 TEST(UndoFiles, UnusableTempFolderFailsClearlyAndTheModelKeepsItsState) {
-  TempDirOverride tmp("/proc/self"); // a folder where nothing can be created, even by root
-  TQyUndoStack stack;
-  stack.SetToMemoryStream(false);
-  TQyLineSettings line(nullptr);
-  line.SetUndoStack(&stack);
-  try {
-    line.SetWidth(5);
-    FAIL() << "no exception";
-  } catch (const EStreamError& e) {
-    EXPECT_TRUE(e.Message().startsWith("Cannot create file \"/proc/")) << e.what();
-    EXPECT_TRUE(e.Message().contains(".QyUndoStack.0\". "));
+  QTemporaryDir scratch;
+  ASSERT_TRUE(scratch.isValid());
+  // A folder where nothing can be created, even by root, and one that does not exist (which once
+  // sent the logs to the root of the file system).
+  for (const QString& folder : {QString("/proc/self"), scratch.path() + "/missing/folder"}) {
+    TempDirOverride tmp(folder);
+    TQyUndoStack stack;
+    stack.SetToMemoryStream(false);
+    TQyLineSettings line(nullptr);
+    line.SetUndoStack(&stack);
+    try {
+      line.SetWidth(5);
+      ADD_FAILURE() << "no exception for " << folder.toStdString();
+    } catch (const EStreamError& e) {
+      const QString shown = QFileInfo::exists(folder) ? QDir(folder).canonicalPath() : folder;
+      EXPECT_TRUE(e.Message().startsWith("Cannot create file \"" + shown + "/")) << e.what();
+      EXPECT_TRUE(e.Message().contains(".QyUndoStack.0\". "));
+    }
+    EXPECT_EQ(line.GetWidth(), 1.0f) << "the setter did not store the value";
+    EXPECT_FALSE(stack.CanUndo());
   }
-  EXPECT_EQ(line.GetWidth(), 1.0f) << "the setter did not store the value";
-  EXPECT_FALSE(stack.CanUndo());
+  EXPECT_TRUE(QDir("/").entryList({"*.QyUndoStack.*"}, QDir::Files).isEmpty());
 }
 
 TEST(UndoFiles, FullMediumFailsTheWriteAndKeepsEarlierEntries) {
