@@ -224,6 +224,7 @@ private:
   void PaintWalls(QPainter* g);
   void PaintGridLine3D(QPainter* g, bool alongX, float p);
   void PaintBoxEdges(QPainter* g);
+  void PaintPicture(QPainter* g);
   void PaintPass(QPainter* g, TQyPaintPass pass);
   void PaintOwnShare(QPainter* g, TQyPaintPass pass);
   void PaintPart(QPainter* g, IQyGraphPart* part, TQyPaintPass pass);

@@ -29,7 +29,16 @@ void TQyGraph2D::paintEvent(QPaintEvent* e) {
   }
 }
 
+// A picture never raises: a part that fails (a range no label can show, say) leaves what was drawn
+// so far, and the application goes on.
 void TQyGraph2D::PaintGr(QPainter* g) {
+  try {
+    PaintPicture(g);
+  } catch (const std::exception&) {
+  }
+}
+
+void TQyGraph2D::PaintPicture(QPainter* g) {
   QyCompleteConstruction(); // a picture is the first use of everything made so far
   if (FFirstPaint) {
     TestPrimaryAxis();
