@@ -13,10 +13,9 @@
 #include <cstring>
 #include <iterator>
 #include <limits>
-#include <ostream>
 #include <random>
-#include <sstream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -42,22 +41,6 @@ double Stamp(int y, int mo, int d, int h = 0, int n = 0, int s = 0, int ms = 0) 
   return DayNumber(y, mo, d) + ((h * 60.0 + n) * 60.0 + s + ms / 1000.0) / 86400.0;
 }
 
-// Test names (ctest lists the parameters): characters that could upset a test list become '_'.
-std::string Safe(const char* text) {
-  std::string s = text;
-  for (char& c : s)
-    if (c == ';' || c == '\'' || c == '"' || c == '[' || c == ']' || c == '\\' || c == ' ' || c == '#')
-      c = '_';
-  return "<" + s + ">";
-}
-
-std::string Num(double x) {
-  std::ostringstream os;
-  os.precision(17);
-  os << x;
-  return os.str();
-}
-
 TFormatSettings Settings(QChar decimal, QChar thousand) {
   TFormatSettings fs = DefaultFormatSettings();
   fs.DecimalSeparator = decimal;
@@ -69,19 +52,8 @@ TFormatSettings Settings(QChar decimal, QChar thousand) {
 
 // ---- FloatToStr: general format, 15 significant digits ------------------------------------------
 
-struct FloatToStrCase {
-  double value;
-  const char* expected;
-};
-void PrintTo(const FloatToStrCase& c, std::ostream* os) { *os << Num(c.value) << " is " << Safe(c.expected); }
-
-class TextFormatFloatToStr : public testing::TestWithParam<FloatToStrCase> {};
-
-TEST_P(TextFormatFloatToStr, MatchesTheRuntime) {
-  EXPECT_EQ(FloatToStr(GetParam().value).toStdString(), GetParam().expected) << GetParam().value;
-}
-
-const FloatToStrCase FloatToStrCases[] = {
+TEST(TextFormatFloatToStr, MatchesTheRuntime) {
+  const struct { double value; const char* expected; } cases[] = {
     {0.0, "0"}, {-0.0, "0"}, {1.0, "1"}, {-1.5, "-1.5"}, {100.0, "100"}, {1e20, "1E20"},
     {0.1 + 0.2, "0.3"}, {1e15, "1E15"}, {123456789012345.0, "123456789012345"},
     {999999999999999.9, "1E15"}, // rounds to 16 digits left of the point
@@ -90,33 +62,16 @@ const FloatToStrCase FloatToStrCases[] = {
     {1.5e300, "1.5E300"}, {3.14159, "3.14159"}, {1234567.125, "1234567.125"},
     {12345678901234567890.0, "1.23456789012346E19"}, {1.7976931348623157e308, "1.79769313486232E308"},
     {NaN, "NAN"}, {Inf, "INF"}, {-Inf, "-INF"}};
-INSTANTIATE_TEST_SUITE_P(Documented, TextFormatFloatToStr, testing::ValuesIn(FloatToStrCases));
+  for (const auto& c : cases) EXPECT_EQ(FloatToStr(c.value).toStdString(), c.expected) << c.value;
+}
 
 // ---- FloatToStrF ----------------------------------------------------------------------------------
 
-struct FloatToStrFCase {
-  double value;
-  TFloatFormat format;
-  int precision, digits;
-  const char* expected;
-};
-void PrintTo(const FloatToStrFCase& c, std::ostream* os) {
-  *os << Num(c.value) << " format " << static_cast<int>(c.format) << " precision " << c.precision << " digits "
-      << c.digits << " is " << Safe(c.expected);
-}
-
-class TextFormatFloatToStrF : public testing::TestWithParam<FloatToStrFCase> {};
-
-TEST_P(TextFormatFloatToStrF, MatchesTheRuntime) {
-  const auto& c = GetParam();
-  EXPECT_EQ(FloatToStrF(c.value, c.format, c.precision, c.digits).toStdString(), c.expected)
-      << c.value << " precision " << c.precision << " digits " << c.digits;
-}
-
+TEST(TextFormatFloatToStrF, MatchesTheRuntime) {
 constexpr TFloatFormat General = TFloatFormat::General, Exponent = TFloatFormat::Exponent,
                        Fixed = TFloatFormat::Fixed, Number = TFloatFormat::Number,
                        Currency = TFloatFormat::Currency;
-const FloatToStrFCase FloatToStrFCases[] = {
+  const struct { double value; TFloatFormat format; int precision, digits; const char* expected; } cases[] = {
     // General: fixed while the integer digits fit the precision and the value is >= 0.00001;
     // otherwise scientific with `digits` as the minimum exponent digits.
     {1234.5678, General, 6, 0, "1234.57"}, {1234.5678, General, 3, 0, "1.23E3"},
@@ -140,7 +95,10 @@ const FloatToStrFCase FloatToStrFCases[] = {
     // Currency: CurrencyString "$", CurrencyFormat 0 ("$1"), NegCurrFormat 0 ("($1)").
     {1234.5, Currency, 15, 2, "$1,234.50"}, {-1234.5, Currency, 15, 2, "($1,234.50)"},
     {0.0, Currency, 15, 0, "$0"}, {NaN, Fixed, 15, 2, "NAN"}, {-Inf, Exponent, 15, 2, "-INF"}};
-INSTANTIATE_TEST_SUITE_P(Documented, TextFormatFloatToStrF, testing::ValuesIn(FloatToStrFCases));
+  for (const auto& c : cases)
+    EXPECT_EQ(FloatToStrF(c.value, c.format, c.precision, c.digits).toStdString(), c.expected)
+        << c.value << " precision " << c.precision << " digits " << c.digits;
+}
 
 TEST(TextFormatFloatToStrF, CurrencyPlacementsFollowTheSettings) {
   TFormatSettings fs = DefaultFormatSettings();
@@ -162,25 +120,8 @@ TEST(TextFormatFloatToStrF, CurrencyPlacementsFollowTheSettings) {
 
 // ---- FormatFloat ------------------------------------------------------------------------------------
 
-struct FormatFloatCase {
-  const char* format;
-  double value;
-  const char* expected;
-};
-void PrintTo(const FormatFloatCase& c, std::ostream* os) {
-  *os << Safe(c.format) << " of " << Num(c.value) << " is " << Safe(c.expected);
-}
-
-class TextFormatFormatFloat : public testing::TestWithParam<FormatFloatCase> {};
-
-TEST_P(TextFormatFormatFloat, MatchesTheRuntime) {
-  const auto& c = GetParam();
-  EXPECT_EQ(FormatFloat(c.format, c.value).toStdString(), c.expected)
-      << "format \"" << c.format << "\" value " << c.value;
-}
-
 // The table of the runtime's FormatFloat documentation: values 1234, -1234, 0.5, 0.
-TEST(TextFormatFormatFloatTable, DocumentationTable) {
+TEST(TextFormatFormatFloat, DocumentationTable) {
   const struct { const char* format; const char* expected[4]; } rows[] = {
       {"", {"1234", "-1234", "0.5", "0"}},
       {"0", {"1234", "-1234", "1", "0"}},
@@ -197,7 +138,8 @@ TEST(TextFormatFormatFloatTable, DocumentationTable) {
       EXPECT_EQ(FormatFloat(row.format, values[i]).toStdString(), row.expected[i]) << row.format << " " << values[i];
 }
 
-const FormatFloatCase FormatFloatRules[] = {
+TEST(TextFormatFormatFloat, Rules) {
+  const struct { const char* format; double value; const char* expected; } cases[] = {
     // Ties round half away from zero on the shortest decimal text.
     {"0.00", 2.345, "2.35"}, {"0.00", -2.345, "-2.35"}, {"0.00", 1.005, "1.01"}, {"0.0", 0.05, "0.1"},
     {"0", 2.5, "3"}, {"0", -2.5, "-3"}, {"0.0 'kg'", 2.25, "2.3 kg"},
@@ -223,31 +165,28 @@ const FormatFloatCase FormatFloatRules[] = {
     // General format for an empty positive section and more than 18 integer digits.
     {"", 1e20, "1E20"}, {"0", 1e20, "1E20"}, {"0", 123456789012345678.0, "123456789012346000"},
     {"0.00", NaN, "NAN"}, {"0.00", -Inf, "-INF"}};
-INSTANTIATE_TEST_SUITE_P(Rules, TextFormatFormatFloat, testing::ValuesIn(FormatFloatRules));
+  for (const auto& c : cases)
+    EXPECT_EQ(FormatFloat(c.format, c.value).toStdString(), c.expected) << c.format << " of " << c.value;
+}
 
 // ---- FormatDateTime ------------------------------------------------------------------------------
+
+// Sunday 2 January 2000, 13:04:05.006
+const double Sunday = Stamp(2000, 1, 2, 13, 4, 5, 6);
+const double Morning = Stamp(1999, 12, 31, 0, 7, 0, 0);
 
 struct DateTimeCase {
   const char* format;
   double value;
   const char* expected;
 };
-void PrintTo(const DateTimeCase& c, std::ostream* os) {
-  *os << Safe(c.format) << " of " << Num(c.value) << " is " << Safe(c.expected);
+void ExpectDateTimes(const std::vector<DateTimeCase>& cases) {
+  for (const auto& c : cases)
+    EXPECT_EQ(FormatDateTime(c.format, c.value).toStdString(), c.expected) << c.format << " of " << c.value;
 }
 
-class TextFormatDateTime : public testing::TestWithParam<DateTimeCase> {};
-
-TEST_P(TextFormatDateTime, MatchesTheRuntime) {
-  const auto& c = GetParam();
-  EXPECT_EQ(FormatDateTime(c.format, c.value).toStdString(), c.expected) << "format \"" << c.format << "\"";
-}
-
-// Sunday 2 January 2000, 13:04:05.006
-const double Sunday = Stamp(2000, 1, 2, 13, 4, 5, 6);
-const double Morning = Stamp(1999, 12, 31, 0, 7, 0, 0);
-
-const DateTimeCase DateTimeTokens[] = {
+TEST(TextFormatDateTime, Tokens) {
+  ExpectDateTimes({
     {"d", Sunday, "2"}, {"dd", Sunday, "02"}, {"ddd", Sunday, "Sun"}, {"dddd", Sunday, "Sunday"},
     {"ddddd", Sunday, "1/2/2000"}, {"dddddd", Sunday, "Sunday, January 2, 2000"}, {"m", Sunday, "1"},
     {"mm", Sunday, "01"}, {"mmm", Sunday, "Jan"}, {"mmmm", Sunday, "January"}, {"yy", Sunday, "00"},
@@ -263,10 +202,11 @@ const DateTimeCase DateTimeTokens[] = {
     {"yyyy-mm-dd hh:nn:ss.zzz", Sunday, "2000-01-02 13:04:05.006"}, {"dd/mm/yyyy", Sunday, "02/01/2000"},
     {"'Day' d", Sunday, "Day 2"}, {"\"mm\" mm", Sunday, "mm 01"}, {"yyyy 'at' hh", Sunday, "2000 at 13"},
     {"mmmm d, yyyy", Sunday, "January 2, 2000"}, {"hh:nn am/pm", Morning, "12:07 am"},
-    {"h AMPM", Stamp(2000, 1, 1, 12), "12 PM"}, {"dd/mm/yy", Morning, "31/12/99"}, {"ddd", Morning, "Fri"}};
-INSTANTIATE_TEST_SUITE_P(Tokens, TextFormatDateTime, testing::ValuesIn(DateTimeTokens));
+    {"h AMPM", Stamp(2000, 1, 1, 12), "12 PM"}, {"dd/mm/yy", Morning, "31/12/99"}, {"ddd", Morning, "Fri"}});
+}
 
-const DateTimeCase DateTimeCalendar[] = {
+TEST(TextFormatDateTime, Calendar) {
+  ExpectDateTimes({
     {"yyyy-mm-dd hh:nn", 0.0, "1899-12-30 00:00"}, {"dddd", 0.0, "Saturday"},
     // Before the zero date the fraction is the time of day, counted forward from the day.
     {"yyyy-mm-dd hh:nn", -1.25, "1899-12-29 06:00"}, {"yyyy-mm-dd hh:nn", -0.5, "1899-12-30 12:00"},
@@ -275,8 +215,8 @@ const DateTimeCase DateTimeCalendar[] = {
     {"yyyy-mm-dd", 61.0, "1900-03-01"}, {"yyyy-mm-dd", 36585.0, "2000-02-29"},
     {"yyyy-mm-dd", 36526.0, "2000-01-01"},
     // Milliseconds are rounded; a time that rounds to 24:00 belongs to the next day.
-    {"yyyy-mm-dd hh:nn:ss.zzz", 0.99999999999, "1899-12-31 00:00:00.000"}, {"zz", Sunday, "06"}};
-INSTANTIATE_TEST_SUITE_P(Calendar, TextFormatDateTime, testing::ValuesIn(DateTimeCalendar));
+    {"yyyy-mm-dd hh:nn:ss.zzz", 0.99999999999, "1899-12-31 00:00:00.000"}, {"zz", Sunday, "06"}});
+}
 
 TEST(TextFormatDateTime, NaNIsAnInvalidOperation) {
   EXPECT_THROW(FormatDateTime("yyyy", NaN), EInvalidOp);
@@ -284,33 +224,19 @@ TEST(TextFormatDateTime, NaNIsAnInvalidOperation) {
 
 // ---- StrToFloat, TryStrToFloat ------------------------------------------------------------------
 
-struct StrToFloatCase {
-  const char* text;
-  bool ok;
-  double value;
-};
-void PrintTo(const StrToFloatCase& c, std::ostream* os) {
-  *os << Safe(c.text) << (c.ok ? " is " + Num(c.value) : std::string(" fails"));
-}
-
-class TextFormatStrToFloat : public testing::TestWithParam<StrToFloatCase> {};
-
-TEST_P(TextFormatStrToFloat, MatchesTheRuntime) {
-  const auto& c = GetParam();
-  double v = -12345;
-  EXPECT_EQ(TryStrToFloat(c.text, v), c.ok) << "'" << c.text << "'";
-  if (c.ok) {
-    EXPECT_TRUE(std::isnan(c.value) ? std::isnan(v) : v == c.value) << "'" << c.text << "' gave " << v;
-  }
-}
-
-const StrToFloatCase StrToFloatCases[] = {
+TEST(TextFormatStrToFloat, MatchesTheRuntime) {
+  const struct { const char* text; bool ok; double value; } cases[] = {
     {"1.5", true, 1.5}, {"  1.5  ", true, 1.5}, {"-1.5e3", true, -1500}, {"+2E-2", true, 0.02},
     {".5", true, 0.5}, {"5.", true, 5}, {"0.1", true, 0.1}, {"1e-400", true, 0}, {"INF", true, Inf},
     {"-inf", true, -Inf}, {"NAN", true, NaN}, {"1e400", false, 0}, {"1,5", false, 0},
     {"1 000", false, 0}, {"", false, 0}, {"   ", false, 0}, {"abc", false, 0}, {"1e", false, 0},
     {".", false, 0}, {"1.5x", false, 0}, {"--1", false, 0}, {"\t1", false, 0}};
-INSTANTIATE_TEST_SUITE_P(Documented, TextFormatStrToFloat, testing::ValuesIn(StrToFloatCases));
+  for (const auto& c : cases) {
+    double v = -12345;
+    EXPECT_EQ(TryStrToFloat(c.text, v), c.ok) << "'" << c.text << "'";
+    if (c.ok) EXPECT_TRUE(std::isnan(c.value) ? std::isnan(v) : v == c.value) << "'" << c.text << "' gave " << v;
+  }
+}
 
 TEST(TextFormatStrToFloat, FailureRaisesEConvertErrorWithTheText) {
   EXPECT_EQ(QyMessageOf<EConvertError>([] { StrToFloat("abc"); }),
