@@ -1,3 +1,4 @@
+#include "QyExpect.h"
 #include <QWidget>
 #include <QyComponent.h>
 #include <QyExceptions.h>
@@ -37,12 +38,7 @@ TEST(Component, OwnerChainFindAndUniqueNames) {
 }
 
 TEST(Messages, IndexErrorCarriesTheTableText) {
-  try {
-    QyRaiseIndexError(7);
-    FAIL() << "no exception";
-  } catch (const ERangeError& e) {
-    EXPECT_EQ(e.Message(), "i=7 index out of range");
-  }
+  EXPECT_EQ(QyMessageOf<ERangeError>([&] { QyRaiseIndexError(7); }), "i=7 index out of range");
   // ERangeError is caught as its ancestors too.
   EXPECT_THROW(QyRaiseIndexError(1), EExternal);
   EXPECT_EQ(QyFormatMessage("%s has %d of %5.2f%%", {"A", 3, 2.5}), "A has 3 of  2.50%");

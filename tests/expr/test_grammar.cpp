@@ -1,5 +1,6 @@
 // How the parser splits text: precedence, signs, numbers with exponents, brackets, names, and
 // the messages for text it cannot read.
+#include "QyExpect.h"
 #include "ExprTestUtil.h"
 #include <bit>
 #include <clocale>
@@ -115,12 +116,7 @@ TEST(ExprGrammar, EmptyOperandsFailWithTheirPiece) {
 TEST(ExprParser, ExpressionLifecycle) {
   TQyFunctionParser p;
   EXPECT_EQ(p.StartNode(), nullptr);
-  try {
-    p.GetResult();
-    FAIL() << "no exception";
-  } catch (const EExternal& e) {
-    EXPECT_EQ(e.Message(), "No valid expression defined");
-  }
+  EXPECT_EQ(QyMessageOf<EExternal>([&] { p.GetResult(); }), "No valid expression defined");
   p.SetExpression("1+1");
   EXPECT_EQ(p.Result(), 2);
   const TQyNode* tree = p.StartNode();

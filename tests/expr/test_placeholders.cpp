@@ -1,4 +1,5 @@
 // Caption placeholders: strings, numeric expressions with formats, escapes, recursion.
+#include "QyExpect.h"
 #include "ExprTestUtil.h"
 #include <QWidget>
 
@@ -41,12 +42,8 @@ TEST_F(ExprPlaceholders, FormatsApplyToNumbersOnly) {
   EXPECT_EQ(Parse("<%Form1.Graph1.Mean;0.0%> bar"), "2.5 bar");
   // On the string path the ";" is part of the name, so the name is not a string; the number
   // path then reads the name and fails.
-  try {
-    Parse("<%Form1.Graph1.Caption;0.0%>");
-    FAIL() << "no exception";
-  } catch (const EMathError& e) {
-    EXPECT_EQ(e.Message(), ParseError("FORM1.GRAPH1.CAPTION"));
-  }
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { Parse("<%Form1.Graph1.Caption;0.0%>"); }),
+            ParseError("FORM1.GRAPH1.CAPTION"));
 }
 
 TEST_F(ExprPlaceholders, DoubledMarksAreLiterals) {
@@ -64,18 +61,8 @@ TEST_F(ExprPlaceholders, AdjacentPlaceholdersAndEmptyValues) {
 }
 
 TEST_F(ExprPlaceholders, ErrorsReachTheCaller) {
-  try {
-    Parse("open <%1+1");
-    FAIL() << "no exception";
-  } catch (const EExternal& e) {
-    EXPECT_EQ(e.Message(), "No valid expression defined");
-  }
-  try {
-    Parse("<%Nobody%>");
-    FAIL() << "no exception";
-  } catch (const EMathError& e) {
-    EXPECT_EQ(e.Message(), ParseError("NOBODY"));
-  }
+  EXPECT_EQ(QyMessageOf<EExternal>([&] { Parse("open <%1+1"); }), "No valid expression defined");
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { Parse("<%Nobody%>"); }), ParseError("NOBODY"));
   EXPECT_THROW(Parse("<%%>"), EExternal);
   EXPECT_THROW(Parse("<%1/0%>"), EZeroDivide);
   QString result;
@@ -97,12 +84,8 @@ TEST_F(ExprPlaceholders, StringValuesAreResolvedRecursivelyWithDependants) {
 
 TEST_F(ExprPlaceholders, SelfReferringStringsAreRefused) {
   caption = "loop <%Form1.Graph1.Caption%>";
-  try {
-    Parse("<%Form1.Graph1.Caption%>");
-    FAIL() << "no exception";
-  } catch (const EMathError& e) {
-    EXPECT_EQ(e.Message(), ParseError("Form1.Graph1.Caption"));
-  }
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { Parse("<%Form1.Graph1.Caption%>"); }),
+            ParseError("Form1.Graph1.Caption"));
   // Around a circle of two strings.
   RegisterStringVariable(graph, "Other", "", [] { return QString("<%Form1.Graph1.Caption%>"); });
   caption = "<%Form1.Graph1.Other%>";

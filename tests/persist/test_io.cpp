@@ -1,4 +1,5 @@
 // References, stream strings, INI escapes and the INI document, XML look-up, floats in streams.
+#include "QyExpect.h"
 #include <gtest/gtest.h>
 #include <QApplication>
 #include <QBuffer>
@@ -70,12 +71,7 @@ TEST(PersistStrings, StreamStringFormat) {
   EXPECT_EQ(DecodeFromStream(&b), text);
   EXPECT_EQ(StringFromStream(&b), "caption\rsecond");
   EXPECT_EQ(StringFromStream(&b), QString::fromUtf8("ä"));
-  try {
-    StringFromStream(&b);
-    FAIL() << "no exception";
-  } catch (const EReadError& e) {
-    EXPECT_EQ(e.Message(), "Stream read error");
-  }
+  EXPECT_EQ(QyMessageOf<EReadError>([&] { StringFromStream(&b); }), "Stream read error");
 
   QBuffer bad; // a negative length is an empty string; a length past the end is an error
   bad.setData(QByteArray("\xFF\xFF\xFF\xFF" "\x10\x00\x00\x00" "ab", 10));
@@ -147,12 +143,8 @@ TEST(PersistXml, NodesAttributesAndFloatsInValueStreams) {
   EXPECT_TRUE(AttrBool(line, "Visible", false));
   EXPECT_EQ(AttrColor(line, "Color", 0), 0xFF00FF00u);
   EXPECT_EQ(AttrFloat(line, "Missing", 2.5), 2.5);
-  try {
-    RequiredChildElement(root, "Area");
-    FAIL() << "no exception";
-  } catch (const EReadError& e) {
-    EXPECT_EQ(e.Message(), "XMLReadError: node \"Area\" not found");
-  }
+  EXPECT_EQ(QyMessageOf<EReadError>([&] { RequiredChildElement(root, "Area"); }),
+            "XMLReadError: node \"Area\" not found");
 
   QBuffer b;
   b.open(QIODevice::ReadWrite);

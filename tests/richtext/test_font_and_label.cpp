@@ -1,4 +1,5 @@
 // The caption font's rules, change propagation, the caption list and the label widget.
+#include "QyExpect.h"
 #include "QyCaptionTestKit.h"
 #include <QyExceptions.h>
 #include <gtest/gtest.h>
@@ -65,12 +66,7 @@ TEST(CaptionList, IndexErrorsAndCounts) {
   list.GetValue(2)->Caption = "last";
   list.Delete(0);
   EXPECT_EQ(list.GetValue(1)->Caption, "last");
-  try {
-    list.GetValue(2);
-    FAIL() << "no error";
-  } catch (const ERangeError& e) {
-    EXPECT_EQ(e.Message(), "i=2 index out of range");
-  }
+  EXPECT_EQ(QyMessageOf<ERangeError>([&] { list.GetValue(2); }), "i=2 index out of range");
   EXPECT_THROW(list.GetValue(-1), ERangeError);
   EXPECT_THROW(list.Delete(5), ERangeError);
   list.SetCount(0);

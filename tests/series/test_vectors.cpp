@@ -1,3 +1,4 @@
+#include "QyExpect.h"
 #include <QCoreApplication>
 #include <QThread>
 #include <QyExceptions.h>
@@ -105,20 +106,11 @@ TEST(DoubleVector, GrowthAndErrorsAsObservable) {
   v.Clear();
   EXPECT_EQ(v.Count(), 0);
   EXPECT_EQ(v.Capacity(), 256); // kept
-  try {
-    v.GetValue(5);
-    FAIL();
-  } catch (const ERangeError& e) {
-    EXPECT_EQ(e.Message(), "i=5 index out of range");
-  }
+  EXPECT_EQ(QyMessageOf<ERangeError>([&] { v.GetValue(5); }), "i=5 index out of range");
   EXPECT_THROW(v.Insert(3, 1.0), ERangeError);
   TQyIndexer indexer;
-  try {
-    indexer.SetValue(0, 1);
-    FAIL();
-  } catch (const EExternal& e) {
-    EXPECT_EQ(e.Message(), "TQyIndexer is not supposed to set values!");
-  }
+  EXPECT_EQ(QyMessageOf<EExternal>([&] { indexer.SetValue(0, 1); }),
+            "TQyIndexer is not supposed to set values!");
   indexer.SetPartner(Make({7, 8, 9}, &owner));
   EXPECT_EQ(indexer.GetCount(), 3);
   EXPECT_EQ(indexer.GetValue(2), 2);

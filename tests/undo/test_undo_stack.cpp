@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <QLineEdit>
 #include <QPointer>
+#include "QyExpect.h"
 #include <QyExceptions.h>
 #include <QyStyles.h>
 #include <QyUndoStack.h>
@@ -217,32 +218,19 @@ TEST(UndoStack, IndicesStaySafeAfterOddSequences) {
 
 TEST(UndoStack, ErrorTexts) {
   Fixture f;
-  try {
-    f.stack.PushProperty(f.line.get(), "x", "NoSuchProperty");
-    FAIL() << "no exception";
-  } catch (const EFilerError& e) {
-    EXPECT_EQ(e.Message(), "Property: \"NoSuchProperty\" not found");
-  }
+  EXPECT_EQ(QyMessageOf<EFilerError>([&] { f.stack.PushProperty(f.line.get(), "x", "NoSuchProperty"); }),
+            "Property: \"NoSuchProperty\" not found");
   EXPECT_EQ(f.stack.UndoCount(), 0) << "nothing is written";
 
   f.stack.StartGroup("G");
   f.stack.StopGroup();
-  try {
-    f.stack.StopGroup();
-    FAIL() << "no exception";
-  } catch (const EOverflow& e) {
-    EXPECT_EQ(e.Message(), "Undo stack has too many StopGroup statements");
-  }
+  EXPECT_EQ(QyMessageOf<EOverflow>([&] { f.stack.StopGroup(); }), "Undo stack has too many StopGroup statements");
   f.line->SetWidth(5); // still top level: an entry of its own
   EXPECT_EQ(f.stack.UndoList()[0], "Line width");
 
   QObject unnamed;
-  try {
-    f.stack.PushFreeComponent(&unnamed, "New");
-    FAIL() << "no exception";
-  } catch (const EStreamError& e) {
-    EXPECT_EQ(e.Message(), "Component does not have a name");
-  }
+  EXPECT_EQ(QyMessageOf<EStreamError>([&] { f.stack.PushFreeComponent(&unnamed, "New"); }),
+            "Component does not have a name");
   EXPECT_THROW(f.stack.UndoList().Get(99), ERangeError);
 }
 
