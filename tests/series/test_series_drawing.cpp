@@ -9,12 +9,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-void Paint(QyTestGraph& f, QyRecordingDevice& dev) {
-  dev.Clear();
-  QPainter p(&dev);
-  f.graph->PaintGr(&p);
-}
-
 std::vector<const QyPrimitive*> WithBrush(const QyRecordingDevice& dev, QyPrimitive::Kind kind, QColor c) {
   std::vector<const QyPrimitive*> out;
   for (const QyPrimitive* p : dev.OfKind(kind))
@@ -36,7 +30,7 @@ TEST(SeriesDrawing, AreaAndBandPolygons) {
   QyTestGraph::Fix(f.X(), 0, 3);
   f.Render();
   QyRecordingDevice dev;
-  Paint(f, dev);
+  f.Paint(dev);
   auto areas = WithBrush(dev, QyPrimitive::Polygon, Fill);
   ASSERT_EQ(areas.size(), 1u);
   const QPolygonF poly = areas[0]->DevicePoints();
@@ -50,7 +44,7 @@ TEST(SeriesDrawing, AreaAndBandPolygons) {
   TQyLineSeries* lower = f.AddSeries({0, 1, 2, 3}, {1, 1.5, 0.5, 2}, 0xFF000000);
   s->SetDrawBandTo(lower);
   f.Render();
-  Paint(f, dev);
+  f.Paint(dev);
   areas = WithBrush(dev, QyPrimitive::Polygon, Fill);
   ASSERT_EQ(areas.size(), 1u);
   const QPolygonF band = areas[0]->DevicePoints();
@@ -86,7 +80,7 @@ TEST(SeriesDrawing, BrushAndPenHandlersWorkPerSegment) {
   f.Render();
   seen.clear();
   QyRecordingDevice dev;
-  Paint(f, dev);
+  f.Paint(dev);
   EXPECT_EQ(seen, (std::vector<int>{0, 1, 2, 3}));
   auto green = WithBrush(dev, QyPrimitive::Polygon, Fill);
   auto magenta = WithBrush(dev, QyPrimitive::Polygon, Qt::magenta);
@@ -109,7 +103,7 @@ TEST(SeriesDrawing, BrushAndPenHandlersWorkPerSegment) {
     if (a.Index == 3) a.Pen.setColor(Qt::blue);
   };
   f.Render();
-  Paint(f, dev);
+  f.Paint(dev);
   auto own = dev.WithPenColor(QColor(0x12, 0x34, 0x56));
   auto blue = dev.WithPenColor(Qt::blue);
   ASSERT_EQ(own.size(), 2u);
@@ -138,7 +132,7 @@ TEST(SeriesDrawing, ThickAndDashedLinesInPieces) {
   f.Render();
   ASSERT_EQ(s->PointCount(), n);
   QyRecordingDevice dev(800, 400);
-  Paint(f, dev);
+  f.Paint(dev);
   auto pieces = dev.WithPenColor(QColor(0x12, 0x34, 0x56));
   std::vector<const QyPrimitive*> lines;
   for (auto* p : pieces)
@@ -169,7 +163,7 @@ TEST(SeriesDrawing, PlainFastPathOnScreen) {
   f.graph->SetSmoothingMode(TQySmoothingMode::None);
   f.Render();
   QyRecordingDevice dev;
-  Paint(f, dev);
+  f.Paint(dev);
   EXPECT_TRUE(s->CanDoCanvasDraw());
   auto lines = dev.WithPenColor(QColor(0x12, 0x34, 0x56));
   ASSERT_EQ(lines.size(), 1u);

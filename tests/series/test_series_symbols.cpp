@@ -33,12 +33,6 @@ TQyDoubleVector* Vector(QObject* owner, const std::vector<double>& v, const char
   return d;
 }
 
-void Paint(QyTestGraph& f, QyRecordingDevice& dev) {
-  dev.Clear();
-  QPainter p(&dev);
-  f.graph->PaintGr(&p);
-}
-
 // Symbol primitives (circles) by fill colour, centres in device pixels.
 std::vector<QPointF> Circles(const QyRecordingDevice& dev, QColor fill) {
   std::vector<QPointF> out;
@@ -63,7 +57,7 @@ TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
   QyTestGraph::Fix(f.Y(), 0, 4);
   f.Render();
   QyRecordingDevice dev;
-  Paint(f, dev);
+  f.Paint(dev);
   auto green = Circles(dev, QColor(0, 255, 0));
   ASSERT_EQ(green.size(), 5u);
   for (int i = 0; i < 5; ++i)
@@ -72,7 +66,7 @@ TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
   TQyLineSeries* range = f.AddSeries({0.5, 3}, {0, 0}); // stands in for a calculated curve
   s->SetRangeFromFunction(range);
   f.Render();
-  Paint(f, dev);
+  f.Paint(dev);
   auto grey = Circles(dev, QColor(0xD3, 0xD3, 0xD3));
   green = Circles(dev, QColor(0, 255, 0));
   ASSERT_EQ(grey.size(), 2u);  // x = 0 and x = 4
@@ -81,7 +75,7 @@ TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
   EXPECT_EQ(grey[1].x(), f.X()->NumberToWorld(4));
   s->OutOfRangePointSymbol()->SetVisible(false);
   f.Render();
-  Paint(f, dev);
+  f.Paint(dev);
   EXPECT_TRUE(Circles(dev, QColor(0xD3, 0xD3, 0xD3)).empty());
   EXPECT_EQ(Circles(dev, QColor(0, 255, 0)).size(), 3u);
 
@@ -91,7 +85,7 @@ TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
     if (a.Index == 3) a.Symbol = TQyPointSymbol::Square, a.Brush = QBrush(Qt::red);
   };
   f.Render();
-  Paint(f, dev);
+  f.Paint(dev);
   EXPECT_EQ(Circles(dev, QColor(0, 255, 0)).size(), 3u); // 0, 1, 4
   int redSquares = 0;
   for (const QyPrimitive* p : dev.OfKind(QyPrimitive::Rect)) redSquares += p->brush.color() == QColor(Qt::red);
@@ -126,7 +120,7 @@ TEST(SeriesSymbols, DenseScatterKeepsOnePointPerPixel) {
   f.Render();
   EXPECT_GT(s->PointCount(), int(firsts.size()));
   QyRecordingDevice dev(400, 300);
-  Paint(f, dev);
+  f.Paint(dev);
   const size_t symbols = dev.OfKind(QyPrimitive::Ellipse).size();
   EXPECT_LE(symbols, firsts.size());
   EXPECT_GE(symbols, firsts.size() * 9 / 10);
@@ -208,7 +202,7 @@ TEST(SeriesErrorBars, BarsCapsAndExtent) {
   EXPECT_TRUE(std::isnan(s->BarEnds(TQyPointWithErrorSeries::XMinus)[0]));
 
   QyRecordingDevice dev;
-  Paint(f, dev);
+  f.Paint(dev);
   auto bars = dev.WithPenColor(QColor(0x44, 0x55, 0x66));
   ASSERT_EQ(bars.size(), 1u); // one batch of lines
   const QPolygonF v = bars[0]->DevicePoints();
@@ -232,7 +226,7 @@ TEST(SeriesErrorBars, BarsCapsAndExtent) {
   f.Render();
   EXPECT_DOUBLE_EQ(s->LimitMinY(), 10);
   EXPECT_DOUBLE_EQ(s->LimitMaxX(), 4);
-  Paint(f, dev);
+  f.Paint(dev);
   EXPECT_TRUE(dev.WithPenColor(QColor(0x44, 0x55, 0x66)).empty());
 }
 
@@ -248,7 +242,7 @@ TEST(SeriesErrorBars, IndicatorPenHandler) {
   };
   f.Render();
   QyRecordingDevice dev;
-  Paint(f, dev);
+  f.Paint(dev);
   auto gray = dev.WithPenColor(QColor(0x44, 0x55, 0x66));
   auto magenta = dev.WithPenColor(Qt::magenta);
   ASSERT_EQ(gray.size(), 1u);
