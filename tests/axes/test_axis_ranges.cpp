@@ -7,32 +7,22 @@
 TEST(AxisRanges, RepairOfDegenerateRanges) {
   QyTestGraph f;
   TQyAxis* x = f.X();
-  double s = 0, e = 10;
-  x->RoundEnds(s, e); // the default range stays
-  EXPECT_DOUBLE_EQ(s, 0);
-  EXPECT_DOUBLE_EQ(e, 10);
-  x->SetEndRounding(TQyAxisEndRounding::RndNothing);
-  s = e = 5; // one value: d = 10^0 either side
-  x->RoundEnds(s, e);
-  EXPECT_DOUBLE_EQ(s, 4);
-  EXPECT_DOUBLE_EQ(e, 6);
-  s = e = 0;
-  x->RoundEnds(s, e);
-  EXPECT_DOUBLE_EQ(s, -1);
-  EXPECT_DOUBLE_EQ(e, 1);
-  s = e = 3e-7;
-  x->RoundEnds(s, e);
-  EXPECT_NEAR(s, 2e-7, 1e-20);
-  EXPECT_NEAR(e, 4e-7, 1e-20);
-  s = 9, e = 2; // reversed
-  x->RoundEnds(s, e);
-  EXPECT_DOUBLE_EQ(s, 0);
-  EXPECT_DOUBLE_EQ(e, 100);
-  x->SetScaling(TQyAxisScaling::Log);
-  s = 9, e = 2;
-  x->RoundEnds(s, e);
-  EXPECT_DOUBLE_EQ(s, 1);
-  EXPECT_DOUBLE_EQ(e, 10);
+  const TQyAxisEndRounding defaultRounding = x->GetEndRounding();
+  // Rows: default rounding or none, logarithmic, start and stop in, start and stop out.
+  const struct { bool rounding, log; double s, e, start, stop; } cases[] = {
+      {true, false, 0, 10, 0, 10},     // the default range stays
+      {false, false, 5, 5, 4, 6},      // one value: d = 10^0 either side
+      {false, false, 0, 0, -1, 1},     {false, false, 3e-7, 3e-7, 2e-7, 4e-7},
+      {false, false, 9, 2, 0, 100},    // reversed
+      {false, true, 9, 2, 1, 10}};
+  for (const auto& c : cases) {
+    x->SetEndRounding(c.rounding ? defaultRounding : TQyAxisEndRounding::RndNothing);
+    x->SetScaling(c.log ? TQyAxisScaling::Log : TQyAxisScaling::Normal);
+    double s = c.s, e = c.e;
+    x->RoundEnds(s, e);
+    EXPECT_NEAR(s, c.start, 1e-9 * std::fabs(c.start) + 1e-20) << c.s << " " << c.e;
+    EXPECT_NEAR(e, c.stop, 1e-9 * std::fabs(c.stop) + 1e-20) << c.s << " " << c.e;
+  }
 }
 
 TEST(AxisRanges, SingleValueAndEndModes) {

@@ -34,21 +34,11 @@ struct TimeAxis : QyTestGraph {
 TEST(AxisCalendar, AgreesWithPythonDatetime) {
   for (const CalendarRow& r : CalendarRows) {
     const TQyDateParts d = DecodeDateTime(r.t);
-    EXPECT_EQ(d.Year, r.year) << r.t;
-    EXPECT_EQ(d.Month, r.month) << r.t;
-    EXPECT_EQ(d.Day, r.day) << r.t;
-    EXPECT_EQ(d.Hour, r.hour) << r.t;
-    EXPECT_EQ(d.Minute, r.minute) << r.t;
-    EXPECT_EQ(d.Second, r.second) << r.t;
-    EXPECT_EQ(d.MilliSecond, r.ms) << r.t;
-    EXPECT_EQ(DayOfWeek(r.t), r.dayOfWeek) << r.t;
+    EXPECT_EQ(std::tuple(d.Year, d.Month, d.Day, d.Hour, d.Minute, d.Second, d.MilliSecond, DayOfWeek(r.t)),
+              std::tuple(r.year, r.month, r.day, r.hour, r.minute, r.second, r.ms, r.dayOfWeek)) << r.t;
     EXPECT_NEAR(EncodeDateTime(d), r.t, 1e-8) << r.t;
-    if (r.year < 9999) {
-      EXPECT_NEAR(IncMonth(r.t, 1), r.nextMonth, 1e-8) << r.t;
-    }
-    if (r.year > 1) {
-      EXPECT_NEAR(IncMonth(r.t, -13), r.thirteenBack, 1e-8) << r.t;
-    }
+    if (r.year < 9999) EXPECT_NEAR(IncMonth(r.t, 1), r.nextMonth, 1e-8) << r.t;
+    if (r.year > 1) EXPECT_NEAR(IncMonth(r.t, -13), r.thirteenBack, 1e-8) << r.t;
   }
 }
 
