@@ -29,12 +29,18 @@ protected:
 };
 } // namespace
 
-TEST_F(ExprPlaceholders, StringsAndNumbers) {
-  EXPECT_EQ(Parse("Graph <%form1.graph1.name%>: <%Form1.Graph1.Caption%>"), "Graph Graph1: Pressure");
-  EXPECT_EQ(Parse("<%1+2%>"), "3");
-  EXPECT_EQ(Parse("m=<%Form1.Graph1.Mean*2%>!"), "m=5!");
-  EXPECT_EQ(Parse("no marks at all"), "no marks at all");
-  EXPECT_EQ(Parse(""), "");
+TEST_F(ExprPlaceholders, StringsNumbersAndDoubledMarks) {
+  const struct { const char* text; const char* result; } cases[] = {
+      {"Graph <%form1.graph1.name%>: <%Form1.Graph1.Caption%>", "Graph Graph1: Pressure"},
+      {"<%1+2%>", "3"}, {"m=<%Form1.Graph1.Mean*2%>!", "m=5!"}, {"no marks at all", "no marks at all"},
+      {"", ""}, {"<%1%><%2%><%3%>", "123"},
+      // Doubled marks are literals.
+      {"a <%<% b", "a <% b"}, {"a %>%> b", "a %> b"}, {"<%<%x%>%> = <%2*3%>", "<%x%> = 6"},
+      {"lone %> then <%4%>", "lone %> then 4"}};
+  for (const auto& c : cases) EXPECT_EQ(Parse(c.text), c.result) << c.text;
+  // The first value is empty: the placeholder right behind it is resolved all the same.
+  caption = "";
+  EXPECT_EQ(Parse("<%Form1.Graph1.Caption%><%1%>"), "1");
 }
 
 TEST_F(ExprPlaceholders, FormatsApplyToNumbersOnly) {
@@ -44,20 +50,6 @@ TEST_F(ExprPlaceholders, FormatsApplyToNumbersOnly) {
   // path then reads the name and fails.
   EXPECT_EQ(QyMessageOf<EMathError>([&] { Parse("<%Form1.Graph1.Caption;0.0%>"); }),
             ParseError("FORM1.GRAPH1.CAPTION"));
-}
-
-TEST_F(ExprPlaceholders, DoubledMarksAreLiterals) {
-  EXPECT_EQ(Parse("a <%<% b"), "a <% b");
-  EXPECT_EQ(Parse("a %>%> b"), "a %> b");
-  EXPECT_EQ(Parse("<%<%x%>%> = <%2*3%>"), "<%x%> = 6");
-  EXPECT_EQ(Parse("lone %> then <%4%>"), "lone %> then 4");
-}
-
-TEST_F(ExprPlaceholders, AdjacentPlaceholdersAndEmptyValues) {
-  caption = "";
-  // The first value is empty: the placeholder right behind it is resolved all the same.
-  EXPECT_EQ(Parse("<%Form1.Graph1.Caption%><%1%>"), "1");
-  EXPECT_EQ(Parse("<%1%><%2%><%3%>"), "123");
 }
 
 TEST_F(ExprPlaceholders, ErrorsReachTheCaller) {
