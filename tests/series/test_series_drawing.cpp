@@ -10,10 +10,7 @@
 
 namespace {
 std::vector<const QyPrimitive*> WithBrush(const QyRecordingDevice& dev, QyPrimitive::Kind kind, QColor c) {
-  std::vector<const QyPrimitive*> out;
-  for (const QyPrimitive* p : dev.OfKind(kind))
-    if (p->brush.style() != Qt::NoBrush && p->brush.color() == c) out.push_back(p);
-  return out;
+  return dev.Select([&](const QyPrimitive& p) { return p.kind == kind && p.brush.style() != Qt::NoBrush && p.brush.color() == c; });
 }
 
 const QColor Fill(0x20, 0x80, 0x20);
