@@ -8,12 +8,8 @@
 #include <gtest/gtest.h>
 
 TEST(Rounding, HalfToEvenAndNamedDirections) {
-  EXPECT_EQ(Round(0.5), 0);
-  EXPECT_EQ(Round(1.5), 2);
-  EXPECT_EQ(Round(2.5), 2);
-  EXPECT_EQ(Round(-2.5), -2);
-  EXPECT_EQ(Round(-3.5), -4);
-  EXPECT_EQ(Round(2.5000001), 3);
+  for (auto [x, r] : {std::pair{0.5, 0}, {1.5, 2}, {2.5, 2}, {-2.5, -2}, {-3.5, -4}, {2.5000001, 3}})
+    EXPECT_EQ(Round(x), r) << x;
   EXPECT_EQ(Trunc(-2.7), -2);
   EXPECT_EQ(Ceil(-2.7), -2);
   EXPECT_EQ(Floor(-2.2), -3);

@@ -25,11 +25,10 @@ static_assert(HasSetCount<TQySingleVector> && HasSetCapacity<TQySingleVector>);
 static_assert(!HasSetCount<TQyPointVector> && HasSetCapacity<TQyPointVector>);
 
 TEST(PlainVectors, IncrementCapacityAndGrowth) {
-  EXPECT_EQ(TQySingleVector().Increment(), 128);
   EXPECT_EQ(TQySingleVector().Capacity(), 128); // allocated to one increment at once
-  EXPECT_EQ(TQySingleVector(0).Increment(), 128);
-  EXPECT_EQ(TQyIntegerVector(-3).Increment(), 128);
-  EXPECT_EQ(TQyBooleanVector(1).Increment(), 1);
+  EXPECT_EQ(std::tuple(TQySingleVector().Increment(), TQySingleVector(0).Increment(),
+                       TQyIntegerVector(-3).Increment(), TQyBooleanVector(1).Increment()),
+            std::tuple(128, 128, 128, 1));
   TQyIntegerVector v(10);
   for (int i = 0; i < 10; ++i) EXPECT_EQ(v.Add(i * i), i + 1); // Add returns the new Count
   EXPECT_EQ(v.Capacity(), 10); // a count equal to the capacity does not grow it
