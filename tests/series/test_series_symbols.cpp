@@ -11,26 +11,28 @@
 #include <set>
 
 namespace {
+TQyDoubleVector* Vector(QObject* owner, const std::vector<double>& v) {
+  auto* d = new TQyDoubleVector(owner);
+  d->AddRange(v);
+  return d;
+}
+
 template <class S>
 S* Make(QyTestGraph& f, const std::vector<double>& xs, const std::vector<double>& ys) {
   auto* s = new S(f.form.get());
   s->setObjectName(QString("Points%1").arg(f.graph->RelatedSeries().size() + 1));
-  auto* x = new TQyDoubleVector(f.form.get());
-  x->AddRange(xs);
-  auto* y = new TQyDoubleVector(f.form.get());
-  y->AddRange(ys);
-  s->SetXData(x);
-  s->SetYData(y);
+  s->SetXData(Vector(f.form.get(), xs));
+  s->SetYData(Vector(f.form.get(), ys));
   s->SetXAxis(f.X());
   s->SetYAxis(f.Y());
   return s;
 }
 
-TQyDoubleVector* Vector(QObject* owner, const std::vector<double>& v, const char* name = "") {
-  auto* d = new TQyDoubleVector(owner);
-  d->setObjectName(name);
-  d->AddRange(v);
-  return d;
+// Draws the series' legend sample into `r` of the emptied device.
+void DrawItem(TQySeries* s, QyRecordingDevice& dev, const QRectF& r) {
+  dev.Clear();
+  QPainter p(&dev);
+  s->DrawListItem({&p, r, 0});
 }
 
 // Symbol primitives (circles) by fill colour, centres in device pixels.
@@ -267,10 +269,7 @@ TEST(SeriesLegend, SamplesAndItemHeight) {
   f.Render();
   QyRecordingDevice dev;
   const QRectF r(10, 20, 40, 16);
-  {
-    QPainter p(&dev);
-    s->DrawListItem({&p, r, 0});
-  }
+  DrawItem(s, dev, r);
   auto line = dev.WithPenColor(QColor(0x12, 0x34, 0x56));
   ASSERT_EQ(line.size(), 1u);
   EXPECT_EQ(line[0]->DevicePoints()[0], QPointF(10, 28));
@@ -291,11 +290,7 @@ TEST(SeriesLegend, SamplesAndItemHeight) {
   e->GetErrorIndicator()->SetColor(0xFF445566);
   EXPECT_EQ(e->GetItemHeight(), plain + 8);
   f.Render();
-  dev.Clear();
-  {
-    QPainter p(&dev);
-    e->DrawListItem({&p, r, 0});
-  }
+  DrawItem(e, dev, r);
   auto stubs = dev.WithPenColor(QColor(0x44, 0x55, 0x66));
   ASSERT_EQ(stubs.size(), 1u);
   const QPolygonF v = stubs[0]->DevicePoints();
@@ -316,10 +311,7 @@ TEST(SeriesLegend, MergedItemsShareTheRectangle) {
   f.Render();
   QyRecordingDevice dev;
   const QRectF r(0, 0, 40, 20);
-  {
-    QPainter p(&dev);
-    a->DrawListItem({&p, r, 0});
-  }
+  DrawItem(a, dev, r);
   auto first = dev.WithPenColor(QColor(0x11, 0x22, 0x33)), second = dev.WithPenColor(QColor(0x44, 0x55, 0x66));
   ASSERT_EQ(first.size(), 1u);
   ASSERT_EQ(second.size(), 1u);
@@ -327,11 +319,7 @@ TEST(SeriesLegend, MergedItemsShareTheRectangle) {
   EXPECT_EQ(second[0]->DevicePoints(), QPolygonF({r.topLeft(), r.bottomRight()}));
   // Without the merge each draws its own horizontal line.
   a->SetMergeLegendItemWith(nullptr);
-  dev.Clear();
-  {
-    QPainter p(&dev);
-    a->DrawListItem({&p, r, 0});
-  }
+  DrawItem(a, dev, r);
   EXPECT_TRUE(dev.WithPenColor(QColor(0x44, 0x55, 0x66)).empty());
   EXPECT_EQ(dev.WithPenColor(QColor(0x11, 0x22, 0x33))[0]->DevicePoints()[0], QPointF(0, 10));
 }
