@@ -21,10 +21,8 @@ TFormatSettings CommaSettings() {
 // ---- Positions and characters
 
 TEST(StringFunctionsPositions, LastPosIsOneBasedOrMinusOne) {
-  EXPECT_EQ(LastPos('.', "a.b.c"), 4);
-  EXPECT_EQ(LastPos('a', "a"), 1);
-  EXPECT_EQ(LastPos('x', "abc"), -1);
-  EXPECT_EQ(LastPos('.', ""), -1);
+  for (auto [c, text, pos] : {std::tuple{'.', "a.b.c", 4}, {'a', "a", 1}, {'x', "abc", -1}, {'.', "", -1}})
+    EXPECT_EQ(LastPos(c, text), pos) << text;
   EXPECT_EQ(LastPointPos("Form1.Graph1.Axis"), 13);
   EXPECT_EQ(LastPointPos("Graph1"), -1);
   EXPECT_TRUE(CharIn('b', "abc"));
@@ -52,15 +50,13 @@ TEST(StringFunctionsIndexToAlphabet, ColumnNames) {
 // ---- Numbers as text
 
 TEST(StringFunctionsNumbers, RealToStrDigitsLowersThePrecisionUntilTheTextFits) {
-  EXPECT_EQ(RealToStrDigits(1.5, 0), "1.5");                 // width 0: FloatToStr
-  EXPECT_EQ(RealToStrDigits(1234567, 0), "1234567");
-  EXPECT_EQ(RealToStrDigits(123456, 6), "123456");
-  EXPECT_EQ(RealToStrDigits(1234567, 6), "1.23E6");          // 1.23457E6, 1.2346E6, 1.235E6, 1.23E6
-  EXPECT_EQ(RealToStrDigits(0.000123456, 6), "0.0001");      // down to precision 1
-  EXPECT_EQ(RealToStrDigits(1.0 / 3, 6), "0.3333");
-  EXPECT_EQ(RealToStrDigits(5.123456, 6), "5.1235");
-  EXPECT_EQ(RealToStrDigits(-1.5, 2), "-2");                 // precision 1, tie away from zero
-  EXPECT_EQ(RealToStrDigits(99999.95, 5), "1E5");
+  // Width 0: FloatToStr. 1234567 in 6: 1.23457E6, 1.2346E6, 1.235E6, 1.23E6; 0.000123456 goes
+  // down to precision 1; -1.5 in 2 is precision 1, tie away from zero.
+  const struct { double x; int width; const char* text; } cases[] = {
+      {1.5, 0, "1.5"},         {1234567, 0, "1234567"},  {123456, 6, "123456"}, {1234567, 6, "1.23E6"},
+      {0.000123456, 6, "0.0001"}, {1.0 / 3, 6, "0.3333"}, {5.123456, 6, "5.1235"}, {-1.5, 2, "-2"},
+      {99999.95, 5, "1E5"}};
+  for (const auto& c : cases) EXPECT_EQ(RealToStrDigits(c.x, c.width).toStdString(), c.text) << c.x;
 }
 
 TEST(StringFunctionsNumbers, AmericanizeSwapsTheSettingsDecimalSeparator) {
@@ -100,15 +96,12 @@ TEST(StringFunctionsNumbers, IntegersAsText) {
   int v = 0;
   EXPECT_TRUE(TryStrToInt("42", v));
   EXPECT_EQ(v, 42);
-  EXPECT_EQ(StrToInt(" +7"), 7);
-  EXPECT_EQ(StrToInt("-2147483648"), -2147483647 - 1);
-  EXPECT_EQ(StrToInt("$FF"), 255);
-  EXPECT_EQ(StrToInt("0x10"), 16);
-  EXPECT_EQ(StrToInt("x1F"), 31); // Val also takes a bare "x" as the hexadecimal prefix
-  EXPECT_THROW(StrToInt("2147483648"), EConvertError);
-  EXPECT_THROW(StrToInt(""), EConvertError);
-  EXPECT_THROW(StrToInt("1.5"), EConvertError);
-  EXPECT_THROW(StrToInt("42 "), EConvertError); // Val: no trailing blanks
+  // Val also takes a bare "x" as the hexadecimal prefix.
+  for (auto [text, value] : {std::pair{" +7", 7}, {"-2147483648", -2147483647 - 1}, {"$FF", 255}, {"0x10", 16},
+                             {"x1F", 31}})
+    EXPECT_EQ(StrToInt(text), value) << text;
+  // Val: no trailing blanks.
+  for (const char* text : {"2147483648", "", "1.5", "42 "}) EXPECT_THROW(StrToInt(text), EConvertError) << text;
   EXPECT_EQ(QyMessageOf<EConvertError>([] { StrToInt("1x"); }), "'1x' is not a valid integer value");
   EXPECT_EQ(IntToStr(-123), "-123");
 }
@@ -121,11 +114,8 @@ TEST(StringFunctionsLists, StringToDoubleArray) {
   EXPECT_EQ(StringToDoubleArray(" 1 ; 2 "), (QVector<double>{1, 2}));
   EXPECT_EQ(StringToDoubleArray("1;2;"), (QVector<double>{1, 2})); // a trailing ";" ends the list
   EXPECT_EQ(StringToDoubleArray("1.5;2,5", CommaSettings()), (QVector<double>{1.5, 2.5}));
-  EXPECT_THROW(StringToDoubleArray(""), EConvertError); // at least one item
-  EXPECT_THROW(StringToDoubleArray(";"), EConvertError);
-  EXPECT_THROW(StringToDoubleArray("1;;2"), EConvertError);
-  EXPECT_THROW(StringToDoubleArray("1,5"), EConvertError);
-  EXPECT_THROW(StringToDoubleArray("abc"), EConvertError);
+  for (const char* text : {"", ";", "1;;2", "1,5", "abc"}) // at least one item, each a number
+    EXPECT_THROW(StringToDoubleArray(text), EConvertError) << text;
 }
 
 TEST(StringFunctionsLists, DoubleArrayToString) {
