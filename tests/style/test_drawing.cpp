@@ -64,24 +64,25 @@ TEST(PointSymbols, LineSymbolsAreSpokesFromTheCentre) {
   for (const QPointF& e : star) EXPECT_NEAR(std::hypot(e.x(), e.y()), 10, 1e-3);
 }
 
-TEST(PointSymbols, DotIsASquareOfThePenWidthInThePenColour) {
-  auto prims = RecordSymbol(TQyPointSymbol::Dot, 22, 4);
-  ASSERT_EQ(prims.size(), 1u);
-  EXPECT_EQ(prims[0].kind, QyPrimitive::Rect);
-  EXPECT_EQ(prims[0].rect, QRectF(98, 48, 4, 4));
-  EXPECT_EQ(prims[0].brush.color(), QColor(Qt::blue));
-  EXPECT_EQ(prims[0].pen.style(), Qt::NoPen);
-}
-
-TEST(PointSymbols, CircleAndSquareHaveDiameterTwiceTheInnerRadius) {
-  for (auto symbol : {TQyPointSymbol::Circle, TQyPointSymbol::Square}) {
-    auto prims = RecordSymbol(symbol);
+// The inner radius is (size - pen width) / 2, a pen of width 0 counting as 1; a dot is a square
+// of the pen width in the pen colour; circle and square are filled and outlined in one.
+TEST(PointSymbols, DotCircleAndSquareBoxes) {
+  using P = TQyPointSymbol;
+  const struct { P symbol; float size, width; QyPrimitive::Kind kind; QRectF rect; } cases[] = {
+      {P::Dot, 22, 4, QyPrimitive::Rect, {98, 48, 4, 4}},        {P::Circle, 22, 2, QyPrimitive::Ellipse, {90, 40, 20, 20}},
+      {P::Square, 22, 2, QyPrimitive::Rect, {90, 40, 20, 20}},   {P::Circle, 3, 3, QyPrimitive::Ellipse, {100, 50, 0, 0}},
+      {P::Square, 11, 0, QyPrimitive::Rect, {95, 45, 10, 10}}};
+  for (const auto& c : cases) {
+    const auto prims = RecordSymbol(c.symbol, c.size, c.width);
     ASSERT_EQ(prims.size(), 1u);
-    EXPECT_EQ(prims[0].kind, symbol == TQyPointSymbol::Circle ? QyPrimitive::Ellipse : QyPrimitive::Rect);
-    EXPECT_EQ(prims[0].rect, QRectF(90, 40, 20, 20));
-    EXPECT_EQ(prims[0].brush.color(), QColor(Qt::yellow)); // filled and outlined in one
-    EXPECT_EQ(prims[0].pen.color(), QColor(Qt::blue));
+    EXPECT_EQ(prims[0].kind, c.kind);
+    EXPECT_EQ(prims[0].rect, c.rect) << int(c.symbol) << " size " << c.size << " width " << c.width;
+    EXPECT_EQ(prims[0].brush.color(), QColor(c.symbol == P::Dot ? Qt::blue : Qt::yellow));
+    EXPECT_EQ(prims[0].pen.style() == Qt::NoPen, c.symbol == P::Dot);
   }
+  EXPECT_EQ(RecordSymbol(P::Circle)[0].pen.color(), QColor(Qt::blue));
+  // Values beyond the enumeration draw nothing.
+  EXPECT_TRUE(RecordSymbol(static_cast<TQyPointSymbol>(42)).empty());
 }
 
 TEST(PointSymbols, DiamondAndFiveStarVertices) {
@@ -111,17 +112,6 @@ TEST(PointSymbols, TrianglesAreEquilateralAroundTheirIncircle) {
     ASSERT_NE(apex, t.end());
     EXPECT_NEAR(apex->y(), apexY, 1e-3); // Delta points up, Nabla down
   }
-}
-
-TEST(PointSymbols, SizeEqualToPenWidthLeavesOnlyTheBorder) {
-  auto prims = RecordSymbol(TQyPointSymbol::Circle, 3, 3);
-  ASSERT_EQ(prims.size(), 1u);
-  EXPECT_EQ(prims[0].rect, QRectF(100, 50, 0, 0));
-  // A pen of width 0 counts as 1.
-  prims = RecordSymbol(TQyPointSymbol::Square, 11, 0);
-  EXPECT_EQ(prims[0].rect, QRectF(95, 45, 10, 10));
-  // Values beyond the enumeration draw nothing.
-  EXPECT_TRUE(RecordSymbol(static_cast<TQyPointSymbol>(42)).empty());
 }
 
 TEST(PointSymbols, ExcludeSymbolSpaceClipsAreaSymbolsOnly) {
