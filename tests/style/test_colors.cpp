@@ -29,20 +29,17 @@ TEST(ColorTable, WebColoursHaveTheCssKeywordValues) {
     ++checked;
   }
   EXPECT_EQ(checked, 140);
-  EXPECT_EQ(ColorToARGB("Gray"), 0xFF808080u);
-  EXPECT_EQ(ColorToARGB("Green"), 0xFF008000u);
-  EXPECT_EQ(ColorToARGB("Maroon"), 0xFF800000u);
-  EXPECT_EQ(ColorToARGB("Purple"), 0xFF800080u);
+  for (auto [name, c] : {std::pair{"Gray", 0xFF808080u}, {"Green", 0xFF008000u}, {"Maroon", 0xFF800000u},
+                         {"Purple", 0xFF800080u}})
+    EXPECT_EQ(ColorToARGB(name), c) << name;
 }
 
 TEST(ColorTable, OrderAndSpecialEntries) {
-  EXPECT_EQ(QyColorName(1), "ActiveBorder");
-  EXPECT_EQ(QyColorName(26), "WindowText");
-  EXPECT_EQ(QyColorName(27), "Transparent");
+  // Red comes after the greys and the dark reds, ordered by hue.
+  for (auto [i, name] : {std::pair{1, "ActiveBorder"}, {26, "WindowText"}, {27, "Transparent"}, {28, "Black"},
+                         {44, "Red"}, {167, "LightPink"}})
+    EXPECT_EQ(QyColorName(i), name) << i;
   EXPECT_EQ(QyColorValue(27), 0x00FFFFFFu);
-  EXPECT_EQ(QyColorName(28), "Black");
-  EXPECT_EQ(QyColorName(44), "Red"); // after the greys and the dark reds, ordered by hue
-  EXPECT_EQ(QyColorName(167), "LightPink");
   QSet<QString> names;
   for (int i = 1; i <= QyColorCount; ++i) names.insert(QyColorName(i).toUpper());
   EXPECT_EQ(names.size(), QyColorCount) << "names must be unique regardless of case";
@@ -75,14 +72,11 @@ TEST(ColorText, BadTextRaisesTheConversionMessage) {
 }
 
 TEST(ColorText, ValueToName) {
-  EXPECT_EQ(ARGBToString(0xFF8B0000), "DarkRed");
-  EXPECT_EQ(ARGBToString(0x808B0000), "$808B0000");
-  EXPECT_EQ(ARGBToString(0x00000001), "$00000001");
-  EXPECT_EQ(ARGBToString(0x00FFFFFF), "Transparent"); // the web search starts at Transparent
+  // The web search starts at Transparent; of two names for one value the first in table order prints.
+  for (auto [c, name] : {std::pair{0xFF8B0000u, "DarkRed"}, {0x808B0000u, "$808B0000"}, {0x00000001u, "$00000001"},
+                         {0x00FFFFFFu, "Transparent"}, {0xFF00FFFFu, "Aqua"}, {0xFFFF00FFu, "Magenta"}})
+    EXPECT_EQ(ARGBToString(c), name) << std::hex << c;
   EXPECT_EQ(ARGBToString(0x00FFFFFF, true), "Transparent");
-  // Two names for one value: the first in table order prints.
-  EXPECT_EQ(ARGBToString(0xFF00FFFF), "Aqua");
-  EXPECT_EQ(ARGBToString(0xFFFF00FF), "Magenta");
   // With system colours, a system entry of the same value shadows the web name.
   const TQyColor window = ColorToARGB("Window");
   const QString withSystem = ARGBToString(window, true);
