@@ -16,55 +16,41 @@ struct TRow {
   const char* caption;
 };
 
-QVariant C(TQyColor c) { return QVariant::fromValue(c); }
-QVariant F(float f) { return QVariant::fromValue(f); }
+template <class T> QVariant V(T value) { return QVariant::fromValue(value); }
+QVariant C(TQyColor c) { return V(c); }
+QVariant F(float f) { return V(f); }
 
 const std::vector<TRow> GradientRows = {
     {"Visible", false, true, "Gradient visible"},
-    {"Style", QVariant::fromValue(TQyGradientStyle::Linear),
-     QVariant::fromValue(TQyGradientStyle::Elliptical), "Gradient style"},
+    {"Style", V(TQyGradientStyle::Linear), V(TQyGradientStyle::Elliptical), "Gradient style"},
     {"FirstColor", C(0xFFD3D3D3), C(0xFF000001), "Gradient first color"},
     {"MiddleColor", C(0xFFB0B0B0), C(0xFF000002), "Gradient middle color"},
     {"LastColor", C(0xFF808080), C(0xFF000003), "Gradient last color"},
-    {"LinearAngle", F(0), F(33), "Linear gradient angle"},
-    {"LinearCenter", F(0.5f), F(0.25f), "Linear gradient center"},
+    {"LinearAngle", F(0), F(33), "Linear gradient angle"}, {"LinearCenter", F(0.5f), F(0.25f), "Linear gradient center"},
     {"RadialCenterX", F(0.5f), F(0.1f), "X component of gradient center"},
-    {"RadialCenterY", F(0.5f), F(0.9f), "Y component of gradient center"},
-};
+    {"RadialCenterY", F(0.5f), F(0.9f), "Y component of gradient center"}};
 const std::vector<TRow> LineRows = {
     {"Color", C(0xFFFF0000), C(0xFF0000FF), "Line color"},
-    {"DashStyle", QVariant::fromValue(TDashStyle::DashStyleSolid),
-     QVariant::fromValue(TDashStyle::DashStyleDot), "Line dash style"},
-    {"Width", F(1), F(3), "Line width"},
-    {"Visible", true, false, "Line visible"},
-};
-const std::vector<TRow> ArrowRows = {
-    {"PointLength", F(5), F(9), "Arrow tip point length"},
-    {"InnerLength", F(3), F(4), "Arrow tip point inner length"},
-    {"PointHeight", F(2), F(6), "Arrow tip point height"},
-};
+    {"DashStyle", V(TDashStyle::DashStyleSolid), V(TDashStyle::DashStyleDot), "Line dash style"},
+    {"Width", F(1), F(3), "Line width"}, {"Visible", true, false, "Line visible"}};
+const std::vector<TRow> ArrowRows = {{"PointLength", F(5), F(9), "Arrow tip point length"},
+                                     {"InnerLength", F(3), F(4), "Arrow tip point inner length"},
+                                     {"PointHeight", F(2), F(6), "Arrow tip point height"}};
 const std::vector<TRow> AreaRows = {
     {"Visible", false, true, "Filled area visible"},
     {"ForeColor", C(0xFFD3D3D3), C(0xFF000004), "Area fill foreground color"},
     {"BackColor", C(0xFFA9A9A9), C(0xFF000005), "Area fill background color"},
-    {"AreaStyle", QVariant::fromValue(TQyAreaStyle::Total), QVariant::fromValue(TQyAreaStyle::Wave),
-     "Area fill style"},
-};
+    {"AreaStyle", V(TQyAreaStyle::Total), V(TQyAreaStyle::Wave), "Area fill style"}};
 const std::vector<TRow> SymbolRows = {
-    {"Visible", true, false, "Point symbol visible"},
-    {"Size", F(11), F(7), "Point symbol size"},
+    {"Visible", true, false, "Point symbol visible"}, {"Size", F(11), F(7), "Point symbol size"},
     {"BorderLineWidth", F(1), F(2), "Point symbol borderline width"},
     {"BorderColor", C(0xFF0000FF), C(0xFF000006), "Point symbol borderline color"},
     {"FillColor", C(0xFF0000FF), C(0xFF000007), "Point symbol fill color"},
-    {"PointSymbol", QVariant::fromValue(TQyPointSymbol::Circle),
-     QVariant::fromValue(TQyPointSymbol::Nabla), "Point symbol selection"},
-};
+    {"PointSymbol", V(TQyPointSymbol::Circle), V(TQyPointSymbol::Nabla), "Point symbol selection"}};
 const std::vector<TRow> AxisArrowRows = {
-    {"Visible", false, true, "Axis arrow visible"},
-    {"PointLength", F(7), F(1), "Axis arrow tip point length"},
+    {"Visible", false, true, "Axis arrow visible"}, {"PointLength", F(7), F(1), "Axis arrow tip point length"},
     {"InnerLength", F(5), F(2), "Axis arrow tip point inner length"},
-    {"PointHeight", F(3), F(4), "Axis arrow tip point height"},
-};
+    {"PointHeight", F(3), F(4), "Axis arrow tip point height"}};
 
 // Each published property: default, one change records once under its caption with the old value,
 // a second set to the same value neither records nor calls back.
