@@ -8,6 +8,7 @@
 #include <QyUndoStack.h>
 #include <QyVectors.h>
 #include <memory>
+#include <tuple>
 
 namespace {
 
@@ -15,7 +16,10 @@ struct Fixture {
   TQyUndoStack stack;
   std::unique_ptr<TQyLineSettings> line = std::make_unique<TQyLineSettings>(nullptr);
   Fixture() { line->SetUndoStack(&stack); }
+  // Width, colour and visibility of the line; the defaults are 1, red and visible.
+  std::tuple<float, TQyColor, bool> State() const { return {line->GetWidth(), line->GetColor(), line->GetVisible()}; }
 };
+constexpr TQyColor Red = 0xFFFF0000u;
 
 // One top-level change of the line width, to `w`.
 void SetWidths(TQyLineSettings& line, std::initializer_list<float> widths) {
@@ -39,8 +43,7 @@ TEST(UndoStack, RecordUndoRedoAndEvents) {
   EXPECT_EQ(f.stack.UndoList().Strings(), (QStringList{"Line color", "Line width"}));
 
   f.stack.Undo(0);
-  EXPECT_EQ(f.line->GetColor(), 0xFFFF0000u);
-  EXPECT_EQ(f.line->GetWidth(), 3.0f);
+  EXPECT_EQ(f.State(), std::tuple(3.0f, Red, true));
   EXPECT_EQ(f.stack.UndoCount(), 2) << "undo only moves the indices";
   EXPECT_EQ(f.stack.UndoList().Count(), 1);
   EXPECT_EQ(f.stack.RedoList().Strings(), QStringList{"Line color"});
@@ -53,8 +56,7 @@ TEST(UndoStack, RecordUndoRedoAndEvents) {
   EXPECT_EQ(redos, 1);
 
   f.stack.Undo(1); // both
-  EXPECT_EQ(f.line->GetWidth(), 1.0f);
-  EXPECT_EQ(f.line->GetColor(), 0xFFFF0000u);
+  EXPECT_EQ(f.State(), std::tuple(1.0f, Red, true));
   EXPECT_FALSE(f.stack.CanUndo());
   EXPECT_EQ(f.stack.RedoList().Count(), 2);
 
@@ -127,16 +129,12 @@ TEST(UndoStack, GroupsAreOneEntryAndReplayInOrder) {
   EXPECT_EQ(f.stack.UndoList().Strings(), QStringList{"Change of the whole line"});
 
   f.stack.Undo(0);
-  EXPECT_EQ(f.line->GetWidth(), 1.0f);
-  EXPECT_EQ(f.line->GetColor(), 0xFFFF0000u);
+  EXPECT_EQ(f.State(), std::tuple(1.0f, Red, true));
   EXPECT_EQ(f.line->GetDashStyle(), QyGDI::TDashStyle::DashStyleSolid);
-  EXPECT_TRUE(f.line->GetVisible());
   EXPECT_EQ(f.stack.RedoList().Strings(), QStringList{"Change of the whole line"});
 
   f.stack.Redo(0);
-  EXPECT_EQ(f.line->GetWidth(), 4.0f) << "redo replays in the original order";
-  EXPECT_EQ(f.line->GetColor(), 0xFF112233u);
-  EXPECT_FALSE(f.line->GetVisible());
+  EXPECT_EQ(f.State(), std::tuple(4.0f, 0xFF112233u, false)) << "redo replays in the original order";
   EXPECT_EQ(f.stack.UndoList().Count(), 1);
 
   // Undo and redo again: the redo log holds the whole mirrored group every time.
@@ -177,8 +175,7 @@ TEST(UndoStack, IndicesStaySafeAfterOddSequences) {
   a.line->SetColor(0xFF000001);
   EXPECT_EQ(a.stack.UndoCount(), 1);
   a.stack.Undo(0);
-  EXPECT_EQ(a.line->GetColor(), 0xFFFF0000u);
-  EXPECT_EQ(a.line->GetWidth(), 1.0f);
+  EXPECT_EQ(a.State(), std::tuple(1.0f, Red, true));
   a.stack.Undo(-1); // nothing
   a.stack.Redo(-5);
 
@@ -194,9 +191,7 @@ TEST(UndoStack, IndicesStaySafeAfterOddSequences) {
   b.stack.Undo(0);
   b.line->SetWidth(9);
   b.stack.Undo(0);
-  EXPECT_EQ(b.line->GetWidth(), 3.0f);
-  EXPECT_EQ(b.line->GetColor(), 0xFFFF0000u);
-  EXPECT_TRUE(b.line->GetVisible());
+  EXPECT_EQ(b.State(), std::tuple(3.0f, Red, true));
   b.stack.Undo(0);
   EXPECT_EQ(b.line->GetWidth(), 1.0f);
 
@@ -210,9 +205,7 @@ TEST(UndoStack, IndicesStaySafeAfterOddSequences) {
   c.stack.Redo(0);
   c.line->SetVisible(false);
   c.stack.Undo(1);
-  EXPECT_TRUE(c.line->GetVisible());
-  EXPECT_EQ(c.line->GetWidth(), 1.0f);
-  EXPECT_EQ(c.line->GetColor(), 0xFFFF0000u);
+  EXPECT_EQ(c.State(), std::tuple(1.0f, Red, true));
 }
 
 TEST(UndoStack, ErrorTexts) {
