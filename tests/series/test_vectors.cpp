@@ -7,6 +7,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <thread>
+#include <tuple>
 
 namespace {
 constexpr double MaxDouble = 1.7976931348623157e308;
@@ -19,6 +20,11 @@ struct RecordingListener : QObject, IQyVectorListener {
   }
 };
 
+// Minimum, its index, maximum, its index.
+std::tuple<double, int, double, int> Extremes(TQyDoubleVector& v) {
+  return {v.GetMinimum(), v.GetMinimumIdx(), v.GetMaximum(), v.GetMaximumIdx()};
+}
+
 TQyDoubleVector* Make(std::initializer_list<double> values, QObject* owner) {
   auto* v = new TQyDoubleVector(owner);
   for (double x : values) v->Add(x);
@@ -29,19 +35,13 @@ TQyDoubleVector* Make(std::initializer_list<double> values, QObject* owner) {
 TEST(DoubleVector, StatisticsAreLazyIncrementalAndKeepFirstTies) {
   QObject owner;
   TQyDoubleVector v(&owner);
-  EXPECT_EQ(v.GetMinimum(), MaxDouble);
-  EXPECT_EQ(v.GetMaximum(), -MaxDouble);
-  EXPECT_EQ(v.GetMinimumIdx(), -1);
+  EXPECT_EQ(Extremes(v), std::tuple(MaxDouble, -1, -MaxDouble, -1));
   for (double x : {3.0, 1.0, 4.0, 1.0, 5.0}) v.Add(x);
-  EXPECT_EQ(v.GetMinimum(), 1.0);
-  EXPECT_EQ(v.GetMinimumIdx(), 1); // the first of two equal minima
-  EXPECT_EQ(v.GetMaximum(), 5.0);
-  EXPECT_EQ(v.GetMaximumIdx(), 4);
+  EXPECT_EQ(Extremes(v), std::tuple(1.0, 1, 5.0, 4)); // the first of two equal minima
   EXPECT_DOUBLE_EQ(v.GetSum(), 14.0);
   EXPECT_FALSE(v.GetOnlyAscending());
   v.Add(-2.0); // only the tail is examined
-  EXPECT_EQ(v.GetMinimum(), -2.0);
-  EXPECT_EQ(v.GetMinimumIdx(), 5);
+  EXPECT_EQ(Extremes(v), std::tuple(-2.0, 5, 5.0, 4));
   EXPECT_DOUBLE_EQ(v.GetSumIncludingOutliers(), 12.0);
 
   TQyDoubleVector asc(&owner), repeated(&owner);
@@ -56,12 +56,10 @@ TEST(DoubleVector, ChangesInTheMiddleKeepStatisticsRight) {
   auto* v = Make({5, 1, 7, 3}, &owner);
   ASSERT_EQ(v->GetMinimum(), 1);
   v->Delete(0); // not an extreme: statistics kept, indices follow the shift
-  EXPECT_EQ(v->GetMinimumIdx(), 0);
-  EXPECT_EQ(v->GetMaximumIdx(), 1);
+  EXPECT_EQ(Extremes(*v), std::tuple(1.0, 0, 7.0, 1));
   EXPECT_DOUBLE_EQ(v->GetSum(), 11);
   v->Delete(0); // the minimum itself: recomputed
-  EXPECT_EQ(v->GetMinimum(), 3);
-  EXPECT_EQ(v->GetMinimumIdx(), 1);
+  EXPECT_EQ(Extremes(*v), std::tuple(3.0, 1, 7.0, 0));
   EXPECT_EQ(v->Count(), 2);
   v->Delete(5); // behind the end: ignored
   EXPECT_EQ(v->Count(), 2);
@@ -72,9 +70,7 @@ TEST(DoubleVector, ChangesInTheMiddleKeepStatisticsRight) {
   EXPECT_EQ(w->GetMaximum(), 10);
   EXPECT_FALSE(w->GetOnlyAscending());
   w->Insert(0, -1);
-  EXPECT_EQ(w->GetValue(0), -1);
-  EXPECT_EQ(w->GetMinimumIdx(), 0);
-  EXPECT_EQ(w->GetMaximumIdx(), 3);
+  EXPECT_EQ(Extremes(*w), std::tuple(-1.0, 0, 10.0, 3));
   EXPECT_DOUBLE_EQ(w->GetSum(), -1 + 1 + 2 + 10 + 4);
 }
 
