@@ -14,8 +14,8 @@ TEST(Graph, EmptyGraphGetsNamedPrimaryAxesAtFirstPaint) {
   QImage img = graph->RenderToImage();
   ASSERT_NE(graph->GetPrimaryXAxis(), nullptr);
   ASSERT_NE(graph->GetPrimaryYAxis(), nullptr);
-  EXPECT_EQ(graph->GetPrimaryXAxis()->objectName(), "XAxis1");
-  EXPECT_EQ(graph->GetPrimaryYAxis()->objectName(), "YAxis1");
+  EXPECT_EQ((QStringList{graph->GetPrimaryXAxis()->objectName(), graph->GetPrimaryYAxis()->objectName()}),
+            (QStringList{"XAxis1", "YAxis1"}));
   EXPECT_EQ(graph->GetPrimaryXAxis()->GetCaption(), "X-Axis");
   EXPECT_EQ(graph->GetPrimaryYAxis()->GetPosition(), TQyAxisPosition::Left);
   EXPECT_GT(graph->DataArea().width(), 40);
@@ -36,17 +36,13 @@ TEST(Graph, LayersSortStablyAndFindPrefersTheTopSeries) {
   f.graph->SortLayers();
   const auto& order = f.graph->RelatedSeries();
   ASSERT_EQ(order.size(), 3);
-  EXPECT_EQ(order[0], c);
-  EXPECT_EQ(order[1], a); // equal layers keep their order
-  EXPECT_EQ(order[2], b);
+  EXPECT_EQ(std::tuple(order[0], order[1], order[2]), std::tuple(c, a, b)); // equal layers keep their order
   EXPECT_EQ(b->GetLayer(), 2);
   f.Render();
   const float px = f.X()->NumberToWorld(1), py = f.Y()->NumberToWorld(1);
   const TQyFindSeriesPointResult r = f.graph->FindSeriesPoint(px, py);
   ASSERT_TRUE(r.Found);
-  EXPECT_EQ(r.Series, b); // drawn last, on top
-  EXPECT_EQ(r.Index, 1);
-  EXPECT_DOUBLE_EQ(r.Y, 1);
+  EXPECT_EQ(std::tuple(r.Series, r.Index, r.Y), std::tuple(b, 1, 1.0)); // b is drawn last, on top
 }
 
 TEST(Graph, CaptionTrimsTrailingBlanksAndTakesTitleHeight) {

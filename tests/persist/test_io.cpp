@@ -29,10 +29,8 @@ TEST(PersistRefs, PathsFromTheFormDown) {
   EXPECT_EQ(GetComponentRef(nullptr), "");
   EXPECT_EQ(RefOwner("RefForm1.Graph1.Axis2"), graph);
   EXPECT_EQ(RefOwner("Axis2"), QCoreApplication::instance());
-  EXPECT_EQ(OwnerName("Axis2"), "");
-  EXPECT_EQ(ComponentName("Axis2"), "Axis2");
-  EXPECT_EQ(OwnerName("A.B.C"), "A.B");
-  EXPECT_EQ(ComponentName("A.B.C"), "C");
+  EXPECT_EQ((QStringList{OwnerName("Axis2"), ComponentName("Axis2")}), (QStringList{"", "Axis2"}));
+  EXPECT_EQ((QStringList{OwnerName("A.B.C"), ComponentName("A.B.C")}), (QStringList{"A.B", "C"}));
 
   QObject lone;
   lone.setObjectName("Lone");
