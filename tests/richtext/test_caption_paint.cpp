@@ -105,9 +105,10 @@ TEST(CaptionPaint, EffectsDrawWhatTheyPromise) {
   }
 }
 
+// Also a placeholder that does not resolve (no expression).
 TEST(CaptionPaint, MalformedOrUnusualCaptionsPaintWithoutFailing) {
   for (const QString text : {"\\c[", "\\", "abc\\", "\\z\\y", "\\f[", "\\+\\+\\-", "\\c[]x",
-                             "\\f[]\\b\\b\\i", "a\\c[no colour]b", "\r\n\r\n"}) {
+                             "\\f[]\\b\\b\\i", "a\\c[no colour]b", "\r\n\r\n", "v=<%1/%>"}) {
     SCOPED_TRACE(text.toStdString());
     QyRecordingDevice device;
     TQyRichCaptionObject caption;
@@ -117,6 +118,7 @@ TEST(CaptionPaint, MalformedOrUnusualCaptionsPaintWithoutFailing) {
     QString drawn;
     for (const auto* t : device.OfKind(QyPrimitive::Text)) drawn += t->text;
     EXPECT_EQ(drawn, caption.PlainText());
+    if (text.startsWith("v=")) EXPECT_FALSE(drawn.isEmpty()) << "the unresolved placeholder still draws";
   }
   TQyRichCaptionObject caption;
   caption.Caption = "x";
