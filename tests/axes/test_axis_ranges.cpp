@@ -4,6 +4,11 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+namespace {
+// The axis range as (start, stop).
+std::pair<double, double> Range(const TQyAxis* a) { return {a->GetStart(), a->GetStop()}; }
+} // namespace
+
 TEST(AxisRanges, RepairOfDegenerateRanges) {
   QyTestGraph f;
   TQyAxis* x = f.X();
@@ -30,8 +35,7 @@ TEST(AxisRanges, SingleValueAndEndModes) {
   f.AddSeries({5, 5}, {1, 2}); // one X value
   f.Render();
   // 4 .. 6 before rounding; rounded to major ticks it stays there.
-  EXPECT_DOUBLE_EQ(f.X()->GetStart(), 4);
-  EXPECT_DOUBLE_EQ(f.X()->GetStop(), 6);
+  EXPECT_EQ(Range(f.X()), std::pair(4.0, 6.0));
 
   QyTestGraph g;
   TQyLineSeries* s = g.AddSeries({3, 7}, {0, 1});
@@ -41,8 +45,7 @@ TEST(AxisRanges, SingleValueAndEndModes) {
   x->SetStart(0);
   x->SetStop(10);
   g.Render();
-  EXPECT_DOUBLE_EQ(x->GetStart(), 0);
-  EXPECT_DOUBLE_EQ(x->GetStop(), 10);
+  EXPECT_EQ(Range(x), std::pair(0.0, 10.0));
   auto* xs = qobject_cast<TQyDoubleVector*>(s->GetXData());
   auto* ys = qobject_cast<TQyDoubleVector*>(s->GetYData());
   xs->Add(12), ys->Add(1);
@@ -66,12 +69,10 @@ TEST(AxisRanges, MovingSlitJumpsInWholeIncrements) {
   x->SetStopEnd(TQyAxisEnd::MovingSlit);
   EXPECT_EQ(x->GetStartEnd(), TQyAxisEnd::Fixed);
   f.Render();
-  EXPECT_DOUBLE_EQ(x->GetStart(), 5);
-  EXPECT_DOUBLE_EQ(x->GetStop(), 15);
+  EXPECT_EQ(Range(x), std::pair(5.0, 15.0));
   qobject_cast<TQyDoubleVector*>(s->GetXData())->SetValue(1, 15);
   f.Render();
-  EXPECT_DOUBLE_EQ(x->GetStart(), 5);
-  EXPECT_DOUBLE_EQ(x->GetStop(), 15);
+  EXPECT_EQ(Range(x), std::pair(5.0, 15.0));
   qobject_cast<TQyDoubleVector*>(s->GetXData())->SetValue(1, 1e15); // far data: no stall
   f.Render();
   EXPECT_GE(x->GetStop(), 1e15);
@@ -122,13 +123,11 @@ TEST(AxisRanges, ZoomHistoryIsARing) {
   EXPECT_EQ(x->GetCurrentZoomStage(), 1);
   EXPECT_DOUBLE_EQ(x->GetStart(), 10);
   x->ZoomIn(20, 1000); // the stop is outside the data: kept
-  EXPECT_DOUBLE_EQ(x->GetStart(), 20);
-  EXPECT_DOUBLE_EQ(x->GetStop(), 50);
+  EXPECT_EQ(Range(x), std::pair(20.0, 50.0));
   x->ZoomBack();
   EXPECT_DOUBLE_EQ(x->GetStart(), 10);
   x->ZoomBack();
-  EXPECT_DOUBLE_EQ(x->GetStart(), s0);
-  EXPECT_DOUBLE_EQ(x->GetStop(), e0);
+  EXPECT_EQ(Range(x), std::pair(s0, e0));
   x->ZoomBack(); // wraps to the last stage
   EXPECT_EQ(x->GetCurrentZoomStage(), 2);
   x->RedoZoom(); // wraps to 0
@@ -137,8 +136,7 @@ TEST(AxisRanges, ZoomHistoryIsARing) {
   x->ZoomIn(30, 40); // drops stage 2, starts and stops alike
   EXPECT_EQ(x->GetZoomBufferSize(), 3);
   x->ZoomToStage(2);
-  EXPECT_DOUBLE_EQ(x->GetStart(), 30);
-  EXPECT_DOUBLE_EQ(x->GetStop(), 40);
+  EXPECT_EQ(Range(x), std::pair(30.0, 40.0));
   // Scroll mapping over the unzoomed range.
   EXPECT_DOUBLE_EQ(x->GetScrollStart(), s0);
   EXPECT_EQ(x->ScrollRangeSize(s0, e0), 10000);
