@@ -35,29 +35,22 @@ TEST(ExprEvaluation, EachFunctionAgainstCmath) {
     double Arg;
   };
   const Case cases[] = {
-      {"Abs", [](double x) { return std::fabs(x); }, -3.25},
-      {"ArcCos", [](double x) { return std::acos(x); }, -0.3},
+      {"Abs", [](double x) { return std::fabs(x); }, -3.25}, {"ArcCos", [](double x) { return std::acos(x); }, -0.3},
       {"ArcCosh", [](double x) { return std::acosh(x); }, 2.5},
-      {"ArcSin", [](double x) { return std::asin(x); }, 0.9},
-      {"ArcSinh", [](double x) { return std::asinh(x); }, -4},
+      {"ArcSin", [](double x) { return std::asin(x); }, 0.9}, {"ArcSinh", [](double x) { return std::asinh(x); }, -4},
       {"ArcTan", [](double x) { return std::atan(x); }, 12},
-      {"ArcTanh", [](double x) { return std::atanh(x); }, -0.75},
-      {"Cos", [](double x) { return std::cos(x); }, 2},
+      {"ArcTanh", [](double x) { return std::atanh(x); }, -0.75}, {"Cos", [](double x) { return std::cos(x); }, 2},
       {"Cosh", [](double x) { return std::cosh(x); }, -1.5},
       {"Cotan", [](double x) { return std::cos(x) / std::sin(x); }, 0.3},
       {"DegToRad", [](double x) { return x * std::numbers::pi / 180; }, 270},
-      {"Exp", [](double x) { return std::exp(x); }, 3.5},
-      {"Ln", [](double x) { return std::log(x); }, 0.125},
+      {"Exp", [](double x) { return std::exp(x); }, 3.5}, {"Ln", [](double x) { return std::log(x); }, 0.125},
       {"Lg10", [](double x) { return std::log(x) / std::log(10.0); }, 12345},
       {"Lg", [](double x) { return std::log(x) / std::log(10.0); }, 0.02},
       {"Lg2", [](double x) { return std::log(x) / std::log(2.0); }, 1000},
       {"RadToDeg", [](double x) { return x * 180 / std::numbers::pi; }, 2},
-      {"Sin", [](double x) { return std::sin(x); }, -0.6},
-      {"Sinh", [](double x) { return std::sinh(x); }, 2.2},
-      {"Sqrt", [](double x) { return std::sqrt(x); }, 7},
-      {"Sqr", [](double x) { return x * x; }, -1.75},
-      {"Tan", [](double x) { return std::tan(x); }, 1.2},
-      {"Tanh", [](double x) { return std::tanh(x); }, 0.4},
+      {"Sin", [](double x) { return std::sin(x); }, -0.6}, {"Sinh", [](double x) { return std::sinh(x); }, 2.2},
+      {"Sqrt", [](double x) { return std::sqrt(x); }, 7}, {"Sqr", [](double x) { return x * x; }, -1.75},
+      {"Tan", [](double x) { return std::tan(x); }, 1.2}, {"Tanh", [](double x) { return std::tanh(x); }, 0.4},
   };
   for (const Case& c : cases) {
     const QString formula = QString("%1(%2)").arg(c.Name).arg(c.Arg, 0, 'g', 17);
