@@ -55,26 +55,19 @@ TEST(AxisPartition, DigitsExtraExponentAndExtraDigits) {
     EXPECT_LT(f.a->ExtraExponentCaption().X, f.a->Label(l.size() - 1).X);
     EXPECT_GT(f.a->ExtraExponentCaption().X, f.a->Label(l.size() - 2).X);
   }
-  {
-    FreeAxis f(0.0001, 0.0002); // exponent -4 < -3
-    EXPECT_TRUE(f.a->ExtraExponentOn());
-    EXPECT_EQ(f.a->LabelExponent(), -4);
-    EXPECT_EQ(f.Labels().front(), "1.0");
-    EXPECT_EQ(f.Labels().back(), "2.0");
-  }
-  {
-    FreeAxis f(0, 1); // decimals follow the label step
-    EXPECT_EQ(f.Labels().front(), "0.0");
-    EXPECT_TRUE(f.Labels().contains("0.2"));
-    EXPECT_EQ(f.Labels().back(), "1.0");
-  }
-  {
-    FreeAxis f(0, 10);
-    f.a->SetExtraDigits(2); // two more decimals
+  // Exponent -4 < -3: mantissas again; decimals follow the label step; extra digits add decimals.
+  const struct { double start, stop; int extraDigits; bool extraExponent; const char *first, *last; } cases[] = {
+      {0.0001, 0.0002, 0, true, "1.0", "2.0"}, {0, 1, 0, false, "0.0", "1.0"}, {0, 10, 2, false, "0.00", "10.00"}};
+  for (const auto& c : cases) {
+    FreeAxis f(c.start, c.stop);
+    f.a->SetExtraDigits(c.extraDigits);
     f.a->Calculate();
-    EXPECT_EQ(f.Labels().front(), "0.00");
-    EXPECT_EQ(f.Labels().back(), "10.00");
+    EXPECT_EQ(f.a->ExtraExponentOn(), c.extraExponent) << c.stop;
+    EXPECT_EQ(f.Labels().front(), c.first);
+    EXPECT_EQ(f.Labels().back(), c.last);
   }
+  EXPECT_EQ(FreeAxis(0.0001, 0.0002).a->LabelExponent(), -4);
+  EXPECT_TRUE(FreeAxis(0, 1).Labels().contains("0.2"));
   {
     FreeAxis f(-250, 750); // start 0 rule aside: the larger exponent decides
     EXPECT_EQ(f.a->LabelExponent(), 2);
