@@ -25,7 +25,6 @@ TEST(SeriesDrawing, AreaAndBandPolygons) {
   s->GetArea()->SetForeColor(0xFF208020);
   QyTestGraph::Fix(f.Y(), -1, 6);
   QyTestGraph::Fix(f.X(), 0, 3);
-  f.Render();
   QyRecordingDevice dev;
   f.Paint(dev);
   auto areas = WithBrush(dev, QyPrimitive::Polygon, Fill);
@@ -39,7 +38,6 @@ TEST(SeriesDrawing, AreaAndBandPolygons) {
   // A band to a lower series: forward along this one, back along the other.
   TQyLineSeries* lower = f.AddSeries({0, 1, 2, 3}, {1, 1.5, 0.5, 2}, 0xFF000000);
   s->SetDrawBandTo(lower);
-  f.Render();
   f.Paint(dev);
   areas = WithBrush(dev, QyPrimitive::Polygon, Fill);
   ASSERT_EQ(areas.size(), 1u);
@@ -94,7 +92,6 @@ TEST(SeriesDrawing, BrushAndPenHandlersWorkPerSegment) {
     if (a.Index == 2) a.Draw = false;
     if (a.Index == 3) a.Pen.setColor(Qt::blue);
   };
-  f.Render();
   f.Paint(dev);
   auto own = dev.WithPenColor(QColor(0x12, 0x34, 0x56));
   auto blue = dev.WithPenColor(Qt::blue);
@@ -150,7 +147,6 @@ TEST(SeriesDrawing, PlainFastPathOnScreen) {
   for (size_t i = 0; i < ys.size(); ++i) ys[i] = std::sin(i / 30.0);
   TQyLineSeries* s = f.AddSeries({}, ys, 0xFF123456);
   f.graph->SetSmoothingMode(TQySmoothingMode::None);
-  f.Render();
   QyRecordingDevice dev;
   f.Paint(dev);
   EXPECT_TRUE(s->CanDoCanvasDraw());

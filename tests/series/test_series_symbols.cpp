@@ -57,7 +57,6 @@ TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
   EXPECT_TRUE(s->SeriesVisible()); // symbols alone keep the series visible
   QyTestGraph::Fix(f.X(), -1, 5);
   QyTestGraph::Fix(f.Y(), 0, 4);
-  f.Render();
   QyRecordingDevice dev;
   f.Paint(dev);
   auto green = Circles(dev, QColor(0, 255, 0));
@@ -67,7 +66,6 @@ TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
 
   TQyLineSeries* range = f.AddSeries({0.5, 3}, {0, 0}); // stands in for a calculated curve
   s->SetRangeFromFunction(range);
-  f.Render();
   f.Paint(dev);
   auto grey = Circles(dev, QColor(0xD3, 0xD3, 0xD3));
   green = Circles(dev, QColor(0, 255, 0));
@@ -76,7 +74,6 @@ TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
   EXPECT_EQ(grey[0].x(), f.X()->NumberToWorld(0));
   EXPECT_EQ(grey[1].x(), f.X()->NumberToWorld(4));
   s->OutOfRangePointSymbol()->SetVisible(false);
-  f.Render();
   f.Paint(dev);
   EXPECT_TRUE(Circles(dev, QColor(0xD3, 0xD3, 0xD3)).empty());
   EXPECT_EQ(Circles(dev, QColor(0, 255, 0)).size(), 3u);
@@ -86,7 +83,6 @@ TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
     if (a.Index == 2) a.Visible = false;
     if (a.Index == 3) a.Symbol = TQyPointSymbol::Square, a.Brush = QBrush(Qt::red);
   };
-  f.Render();
   f.Paint(dev);
   EXPECT_EQ(Circles(dev, QColor(0, 255, 0)).size(), 3u); // 0, 1, 4
   int redSquares = 0;
@@ -237,7 +233,6 @@ TEST(SeriesErrorBars, IndicatorPenHandler) {
     if (a.Index == 0) a.Draw = false;
     if (a.Index == 2) a.Pen.setColor(Qt::magenta);
   };
-  f.Render();
   QyRecordingDevice dev;
   f.Paint(dev);
   auto gray = dev.WithPenColor(QColor(0x44, 0x55, 0x66));
