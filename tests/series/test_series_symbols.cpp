@@ -85,9 +85,9 @@ TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
   };
   f.Paint(dev);
   EXPECT_EQ(Circles(dev, QColor(0, 255, 0)).size(), 3u); // 0, 1, 4
-  int redSquares = 0;
-  for (const QyPrimitive* p : dev.OfKind(QyPrimitive::Rect)) redSquares += p->brush.color() == QColor(Qt::red);
-  EXPECT_EQ(redSquares, 1);
+  EXPECT_EQ(dev.Select([](const QyPrimitive& p) { return p.kind == QyPrimitive::Rect && p.brush.color() == Qt::red; })
+                .size(),
+            1u);
 }
 
 // A dense noisy scatter keeps one point per pixel: the kept points are exactly the first value
@@ -262,12 +262,10 @@ TEST(SeriesLegend, SamplesAndItemHeight) {
   DrawItem(s, dev, r);
   auto line = dev.WithPenColor(QColor(0x12, 0x34, 0x56));
   ASSERT_EQ(line.size(), 1u);
-  EXPECT_EQ(line[0]->DevicePoints()[0], QPointF(10, 28));
-  EXPECT_EQ(line[0]->DevicePoints()[1], QPointF(50, 28));
-  bool area = false;
-  for (const QyPrimitive& p : dev.Primitives())
-    area = area || (p.brush.color() == QColor(0x20, 0x80, 0x20) && p.DevicePoints().boundingRect() == r);
-  EXPECT_TRUE(area);
+  EXPECT_EQ(line[0]->DevicePoints(), QPolygonF({{10, 28}, {50, 28}}));
+  EXPECT_FALSE(dev.Select([&](const QyPrimitive& p) {
+                    return p.brush.color() == QColor(0x20, 0x80, 0x20) && p.DevicePoints().boundingRect() == r;
+                  }).empty()); // the area fills the rectangle
   auto sym = Circles(dev, QColor(0, 255, 0));
   ASSERT_EQ(sym.size(), 1u);
   EXPECT_EQ(sym[0], r.center());
