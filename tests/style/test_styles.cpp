@@ -171,8 +171,7 @@ TEST(StylePens, GetPenFromColourOrGradient) {
   ASSERT_EQ(pen.brush().style(), Qt::LinearGradientPattern);
   const QGradientStops stops = pen.brush().gradient()->stops();
   ASSERT_EQ(stops.size(), 3);
-  EXPECT_EQ(stops[0].second, QColor(0xD3, 0xD3, 0xD3));
-  EXPECT_EQ(stops[2].second, QColor(0x80, 0x80, 0x80));
+  EXPECT_EQ(std::pair(stops[0].second, stops[2].second), std::pair(QColor(0xD3, 0xD3, 0xD3), QColor(0x80, 0x80, 0x80)));
   EXPECT_EQ(line.GetColor(), 0xFF0000FFu);
   EXPECT_DOUBLE_EQ(pen.widthF(), 3.0);
   EXPECT_EQ(pen.style(), Qt::DashLine);
