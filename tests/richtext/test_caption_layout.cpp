@@ -19,7 +19,7 @@ struct Parsed {
 };
 } // namespace
 
-TEST(CaptionMarkup, SubscriptRunIsSmallerAndLowerByAThirdOfTheLine) {
+TEST(CaptionMarkup, ScriptRunsAreSmallerAndShiftedByAFractionOfTheLine) {
   Parsed p("H\\-2\\-O");
   ASSERT_EQ(p.Runs(), 3u);
   EXPECT_EQ(p.caption.PlainText(), "H2O");
@@ -37,13 +37,11 @@ TEST(CaptionMarkup, SubscriptRunIsSmallerAndLowerByAThirdOfTheLine) {
   EXPECT_NEAR(p.Run(1).Position.x() - p.Run(0).Position.x(), w0 + enter, 1e-3);
   // the room before the script travels with it; after it the line closes up by `leave`
   EXPECT_NEAR(p.Run(2).Position.x() - p.Run(1).Position.x(), w1 - leave, 1e-3);
-}
-
-TEST(CaptionMarkup, SuperscriptRisesSlightlyAndShrinks) {
-  Parsed p("x\\+2\\+");
-  ASSERT_EQ(p.Runs(), 2u);
-  EXPECT_NEAR(p.Run(0).Position.y() - p.Run(1).Position.y(), 0.025 * p.caption.Height(), 1e-3);
-  EXPECT_NEAR(p.Run(1).Font.pointSizeF(), 12 * 0.66, 1e-5);
+  // A superscript rises slightly and shrinks alike.
+  Parsed sup("x\\+2\\+");
+  ASSERT_EQ(sup.Runs(), 2u);
+  EXPECT_NEAR(sup.Run(0).Position.y() - sup.Run(1).Position.y(), 0.025 * sup.caption.Height(), 1e-3);
+  EXPECT_NEAR(sup.Run(1).Font.pointSizeF(), 12 * 0.66, 1e-5);
 }
 
 TEST(CaptionMarkup, TogglesStartFromTheFontStyleAndReturnToIt) {

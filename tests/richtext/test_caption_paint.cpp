@@ -128,7 +128,7 @@ TEST(CaptionPaint, MalformedOrUnusualCaptionsPaintWithoutFailing) {
   EXPECT_NO_THROW(caption.PaintGr(&inactive));
 }
 
-TEST(CaptionPaint, PaintingLeavesThePainterAsItWas) {
+TEST(CaptionPaint, PaintingLeavesThePainterAsItWasButForTheTextSmoothing) {
   QyRecordingDevice device;
   QPainter painter(&device);
   painter.translate(5, 7);
@@ -140,13 +140,7 @@ TEST(CaptionPaint, PaintingLeavesThePainterAsItWas) {
   caption.PaintGr(&painter);
   EXPECT_EQ(painter.transform(), before);
   EXPECT_FALSE(painter.hasClipping());
-}
-
-TEST(CaptionPaint, RenderingHintSetsTextSmoothing) {
-  QyRecordingDevice device;
-  QPainter painter(&device);
-  TQyRichCaptionObject caption;
-  caption.Caption = "x";
+  // The font's rendering hint sets the text smoothing.
   caption.Font()->SetRenderingHint(TQyTextRenderingHint::SingleBitPerPixelGridFit);
   caption.ParseForSize(&painter, nullptr);
   EXPECT_FALSE(painter.testRenderHint(QPainter::TextAntialiasing));
