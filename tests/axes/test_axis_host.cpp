@@ -66,10 +66,7 @@ TEST(AxisHost, HooksSeeTheStartMarginsAndTheDataAreaAndMarginsTakenThereMoveIt) 
     EXPECT_EQ(h->marginCalls, 1);
     EXPECT_EQ(h->placedCalls, 1);
     // Before any axis the margins are the border distances (no title shown).
-    EXPECT_EQ(h->seen.Left, 7);
-    EXPECT_EQ(h->seen.Top, 5);
-    EXPECT_EQ(h->seen.Right, 0);
-    EXPECT_EQ(h->seen.Bottom, 0);
+    EXPECT_EQ(std::tuple(h->seen.Left, h->seen.Top, h->seen.Right, h->seen.Bottom), std::tuple(7, 5, 0, 0));
     EXPECT_EQ(h->placed, h->written);
   }
   // A part that takes 30 pixels on the left shifts the left axis and the data area by as much.

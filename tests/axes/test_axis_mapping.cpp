@@ -1,3 +1,4 @@
+#include "QyFakeRecorder.h"
 #include "QyTestGraph.h"
 #include <QyAxis.h>
 #include <cmath>
@@ -136,13 +137,7 @@ TEST(AxisTicks, LabelsOfARoundRange) {
 }
 
 TEST(AxisSetters, RecordCompareAndClamp) {
-  struct Recorder : TQyUndoRecorder {
-    QStringList log;
-    bool IsRecording() const override { return true; }
-    void PushProperty(QObject*, const QString& caption, const char* name) override {
-      log << caption + "|" + name;
-    }
-  } rec;
+  QyFakeRecorder rec;
   QyTestGraph f;
   TQyAxis* x = f.X();
   x->SetUndoStack(&rec);
@@ -150,10 +145,10 @@ TEST(AxisSetters, RecordCompareAndClamp) {
   x->SetTickLength(8);
   x->SetMajorThickThicknes(2);
   x->SetDistanceToBorder(3); // an alias of a caption distance, recorded under its own caption
-  ASSERT_EQ(rec.log.size(), 3);
-  EXPECT_EQ(rec.log[0], "Axis minor ticks length|TickLength");
-  EXPECT_EQ(rec.log[1], "Width of major tick lines|MajorTickThicknes");
-  EXPECT_EQ(rec.log[2], "Distance between axis caption and border|DistanceToBorder");
+  QStringList log;
+  for (const auto& push : rec.Pushes) log << push.caption + "|" + push.property;
+  EXPECT_EQ(log, (QStringList{"Axis minor ticks length|TickLength", "Width of major tick lines|MajorTickThicknes",
+                              "Distance between axis caption and border|DistanceToBorder"}));
   EXPECT_EQ(x->GetCaptionDistanceAfter(), 3); // bottom axis: the border distance is "after"
   x->SetLabelDistanceFactor(50);
   EXPECT_EQ(x->GetLabelDistanceFactor(), 10);

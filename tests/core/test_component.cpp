@@ -1,3 +1,4 @@
+#include "QyExpect.h"
 #include <QWidget>
 #include <QyComponent.h>
 #include <QyExceptions.h>
@@ -7,12 +8,8 @@
 #include <gtest/gtest.h>
 
 TEST(Rounding, HalfToEvenAndNamedDirections) {
-  EXPECT_EQ(Round(0.5), 0);
-  EXPECT_EQ(Round(1.5), 2);
-  EXPECT_EQ(Round(2.5), 2);
-  EXPECT_EQ(Round(-2.5), -2);
-  EXPECT_EQ(Round(-3.5), -4);
-  EXPECT_EQ(Round(2.5000001), 3);
+  for (auto [x, r] : {std::pair{0.5, 0}, {1.5, 2}, {2.5, 2}, {-2.5, -2}, {-3.5, -4}, {2.5000001, 3}})
+    EXPECT_EQ(Round(x), r) << x;
   EXPECT_EQ(Trunc(-2.7), -2);
   EXPECT_EQ(Ceil(-2.7), -2);
   EXPECT_EQ(Floor(-2.2), -3);
@@ -37,12 +34,7 @@ TEST(Component, OwnerChainFindAndUniqueNames) {
 }
 
 TEST(Messages, IndexErrorCarriesTheTableText) {
-  try {
-    QyRaiseIndexError(7);
-    FAIL() << "no exception";
-  } catch (const ERangeError& e) {
-    EXPECT_EQ(e.Message(), "i=7 index out of range");
-  }
+  EXPECT_EQ(QyMessageOf<ERangeError>([&] { QyRaiseIndexError(7); }), "i=7 index out of range");
   // ERangeError is caught as its ancestors too.
   EXPECT_THROW(QyRaiseIndexError(1), EExternal);
   EXPECT_EQ(QyFormatMessage("%s has %d of %5.2f%%", {"A", 3, 2.5}), "A has 3 of  2.50%");

@@ -1,48 +1,29 @@
 // How the parser splits text: precedence, signs, numbers with exponents, brackets, names, and
 // the messages for text it cannot read.
+#include "QyExpect.h"
 #include "ExprTestUtil.h"
 #include <bit>
 #include <clocale>
 #include <string>
 #include <cstdint>
 
-TEST(ExprGrammar, PrecedenceAndAssociativity) {
-  EXPECT_EQ(Eval("2+3*4"), 14);
-  EXPECT_EQ(Eval("(2+3)*4"), 20);
-  EXPECT_EQ(Eval("2-3-4"), -5);
-  EXPECT_EQ(Eval("2/4/2"), 0.25);
-  EXPECT_EQ(Eval("8/2*4"), 16);
-  EXPECT_EQ(Eval("2^3^2"), 64); // the last "^" splits: (2^3)^2
-  EXPECT_EQ(Eval("2*3^2"), 18);
-  EXPECT_EQ(Eval("10-2^3*2"), -6);
-}
-
-TEST(ExprGrammar, SignsBindWeakerThanPowerAndBelongToExponents) {
-  EXPECT_EQ(Eval("-2^2"), -4);
-  EXPECT_EQ(Eval("2^-1"), 0.5);
-  EXPECT_EQ(Eval("2^+3"), 8);
-  EXPECT_EQ(Eval("+5-2"), 3);
-  EXPECT_EQ(Eval("-3*2"), -6);
-  EXPECT_EQ(Eval("2*(-3)"), -6);
-  // The "-" of "2*-3" is taken for a subtraction whose left side "2*" lacks an operand.
-  EXPECT_EQ(ParseFailure<EMathError>("2*-3"), ParseError("2*"));
-  EXPECT_EQ(ParseFailure<EMathError>("2--3"), ParseError("2-"));
-}
-
-TEST(ExprGrammar, NumbersWithExponents) {
-  EXPECT_EQ(Eval("1E-3"), 0.001);
-  EXPECT_EQ(Eval("1e-3"), 0.001);
-  EXPECT_EQ(Eval("2.5E+2"), 250);
-  EXPECT_EQ(Eval("1E-3+2"), 2.001);
-  EXPECT_EQ(Eval("3*1E-3"), 3 * 0.001);
-  // The last additive operator looks like an exponent sign: the additive rule gives up for the
-  // whole text, which no other rule can read.
-  EXPECT_EQ(ParseFailure<EMathError>("2+1E-3"), ParseError("2+1E-3"));
-  EXPECT_EQ(ParseFailure<EMathError>("X1E-3"), ParseError("X1E-3"));
-  // ... but a product can still split it, and its left side is read from the start again.
-  EXPECT_DOUBLE_EQ(Eval("1+2*1E-3"), 3 * 0.001);
-  // A number too large for a double is no number.
-  EXPECT_EQ(ParseFailure<EMathError>("1E999"), ParseError("1E999"));
+TEST(ExprGrammar, PrecedenceSignsExponentsBracketsAndCase) {
+  const struct { const char* text; double value; } cases[] = {
+      // Precedence and associativity; the last "^" splits: (2^3)^2.
+      {"2+3*4", 14}, {"(2+3)*4", 20}, {"2-3-4", -5}, {"2/4/2", 0.25}, {"8/2*4", 16}, {"2^3^2", 64},
+      {"2*3^2", 18}, {"10-2^3*2", -6},
+      // Signs bind weaker than power and belong to exponents.
+      {"-2^2", -4}, {"2^-1", 0.5}, {"2^+3", 8}, {"+5-2", 3}, {"-3*2", -6}, {"2*(-3)", -6},
+      // Numbers with exponents. The additive rule gives up on "1+2*1E-3" (see below), but a
+      // product splits it, reading its left side "1+2" from the start again: 3 * 1E-3.
+      {"1E-3", 0.001}, {"1e-3", 0.001}, {"2.5E+2", 250}, {"1E-3+2", 2.001}, {"3*1E-3", 3 * 0.001},
+      {"1+2*1E-3", 3 * 0.001},
+      // Brackets of both kinds, blanks and case.
+      {"[1+2]*[3+4]", 21}, {"((((7))))", 7}, {"sin[0]", 0}, {"SIN(0)", 0}, {"Sin (0)", 0}, {" 1 +  2 ", 3}};
+  for (const auto& c : cases) EXPECT_DOUBLE_EQ(Eval(c.text), c.value) << c.text;
+  TQyFunctionParser p;
+  p.SetExpression("sin [ 1 ]");
+  EXPECT_EQ(p.Expression(), "sin(1)"); // blanks go, brackets turn round
 }
 
 TEST(ExprGrammar, NumbersIgnoreTheMachineLocale) {
@@ -52,18 +33,6 @@ TEST(ExprGrammar, NumbersIgnoreTheMachineLocale) {
   EXPECT_EQ(Eval("1.5*2"), 3);
   EXPECT_EQ(ParseFailure<EMathError>("1,5"), ParseError("1,5"));
   std::setlocale(LC_NUMERIC, saved.c_str());
-}
-
-TEST(ExprGrammar, BracketsBlanksAndCase) {
-  EXPECT_EQ(Eval("[1+2]*[3+4]"), 21);
-  EXPECT_EQ(Eval("((((7))))"), 7);
-  EXPECT_EQ(Eval("sin[0]"), 0);
-  EXPECT_EQ(Eval("SIN(0)"), 0);
-  EXPECT_EQ(Eval("Sin (0)"), 0);
-  EXPECT_EQ(Eval(" 1 +  2 "), 3);
-  TQyFunctionParser p;
-  p.SetExpression("sin [ 1 ]");
-  EXPECT_EQ(p.Expression(), "sin(1)"); // blanks go, brackets turn round
 }
 
 TEST(ExprGrammar, ParserConstants) {
@@ -94,33 +63,24 @@ TEST(ExprGrammar, BracketCountMessages) {
 }
 
 TEST(ExprGrammar, UnreadablePiecesAreNamedInTheMessage) {
-  EXPECT_EQ(ParseFailure<EMathError>("1+Foo"), ParseError("FOO"));
-  EXPECT_EQ(ParseFailure<EMathError>("Foo(2)*3"), ParseError("FOO(2)"));
-  EXPECT_EQ(ParseFailure<EMathError>("1.2.3"), ParseError("1.2.3"));
-  // A function call followed by more text drops the last ")" and fails on the text inside.
-  EXPECT_EQ(ParseFailure<EMathError>("Sin(1)Cos(2)"), ParseError("1)COS(2"));
-  EXPECT_EQ(ParseFailure<EMathError>("Sin(1)2"), ParseError("1)"));
-}
-
-TEST(ExprGrammar, EmptyOperandsFailWithTheirPiece) {
-  EXPECT_EQ(ParseFailure<EMathError>("2+"), ParseError("2+"));
-  EXPECT_EQ(ParseFailure<EMathError>("*3"), ParseError("*3"));
-  EXPECT_EQ(ParseFailure<EMathError>("-"), ParseError("-"));
-  EXPECT_EQ(ParseFailure<EMathError>("()"), ParseError("()"));
-  EXPECT_EQ(ParseFailure<EMathError>("Sin()"), ParseError("SIN()"));
-  EXPECT_EQ(ParseFailure<EMathError>("2^"), ParseError("2^"));
-  EXPECT_EQ(ParseFailure<EMathError>("1+(2*)"), ParseError("2*"));
+  const struct { const char* text; const char* piece; } cases[] = {
+      // The "-" of "2*-3" is taken for a subtraction whose left side "2*" lacks an operand.
+      {"2*-3", "2*"}, {"2--3", "2-"},
+      // The last additive operator looks like an exponent sign: the additive rule gives up for
+      // the whole text, which no other rule can read. A number too large for a double is none.
+      {"2+1E-3", "2+1E-3"}, {"X1E-3", "X1E-3"}, {"1E999", "1E999"},
+      {"1+Foo", "FOO"}, {"Foo(2)*3", "FOO(2)"}, {"1.2.3", "1.2.3"},
+      // A function call followed by more text drops the last ")" and fails on the text inside.
+      {"Sin(1)Cos(2)", "1)COS(2"}, {"Sin(1)2", "1)"},
+      // Empty operands fail with their piece.
+      {"2+", "2+"}, {"*3", "*3"}, {"-", "-"}, {"()", "()"}, {"Sin()", "SIN()"}, {"2^", "2^"}, {"1+(2*)", "2*"}};
+  for (const auto& c : cases) EXPECT_EQ(ParseFailure<EMathError>(c.text), ParseError(c.piece)) << c.text;
 }
 
 TEST(ExprParser, ExpressionLifecycle) {
   TQyFunctionParser p;
   EXPECT_EQ(p.StartNode(), nullptr);
-  try {
-    p.GetResult();
-    FAIL() << "no exception";
-  } catch (const EExternal& e) {
-    EXPECT_EQ(e.Message(), "No valid expression defined");
-  }
+  EXPECT_EQ(QyMessageOf<EExternal>([&] { p.GetResult(); }), "No valid expression defined");
   p.SetExpression("1+1");
   EXPECT_EQ(p.Result(), 2);
   const TQyNode* tree = p.StartNode();

@@ -1,4 +1,5 @@
 // Caption placeholders: strings, numeric expressions with formats, escapes, recursion.
+#include "QyExpect.h"
 #include "ExprTestUtil.h"
 #include <QWidget>
 
@@ -28,12 +29,18 @@ protected:
 };
 } // namespace
 
-TEST_F(ExprPlaceholders, StringsAndNumbers) {
-  EXPECT_EQ(Parse("Graph <%form1.graph1.name%>: <%Form1.Graph1.Caption%>"), "Graph Graph1: Pressure");
-  EXPECT_EQ(Parse("<%1+2%>"), "3");
-  EXPECT_EQ(Parse("m=<%Form1.Graph1.Mean*2%>!"), "m=5!");
-  EXPECT_EQ(Parse("no marks at all"), "no marks at all");
-  EXPECT_EQ(Parse(""), "");
+TEST_F(ExprPlaceholders, StringsNumbersAndDoubledMarks) {
+  const struct { const char* text; const char* result; } cases[] = {
+      {"Graph <%form1.graph1.name%>: <%Form1.Graph1.Caption%>", "Graph Graph1: Pressure"},
+      {"<%1+2%>", "3"}, {"m=<%Form1.Graph1.Mean*2%>!", "m=5!"}, {"no marks at all", "no marks at all"},
+      {"", ""}, {"<%1%><%2%><%3%>", "123"},
+      // Doubled marks are literals.
+      {"a <%<% b", "a <% b"}, {"a %>%> b", "a %> b"}, {"<%<%x%>%> = <%2*3%>", "<%x%> = 6"},
+      {"lone %> then <%4%>", "lone %> then 4"}};
+  for (const auto& c : cases) EXPECT_EQ(Parse(c.text), c.result) << c.text;
+  // The first value is empty: the placeholder right behind it is resolved all the same.
+  caption = "";
+  EXPECT_EQ(Parse("<%Form1.Graph1.Caption%><%1%>"), "1");
 }
 
 TEST_F(ExprPlaceholders, FormatsApplyToNumbersOnly) {
@@ -41,41 +48,13 @@ TEST_F(ExprPlaceholders, FormatsApplyToNumbersOnly) {
   EXPECT_EQ(Parse("<%Form1.Graph1.Mean;0.0%> bar"), "2.5 bar");
   // On the string path the ";" is part of the name, so the name is not a string; the number
   // path then reads the name and fails.
-  try {
-    Parse("<%Form1.Graph1.Caption;0.0%>");
-    FAIL() << "no exception";
-  } catch (const EMathError& e) {
-    EXPECT_EQ(e.Message(), ParseError("FORM1.GRAPH1.CAPTION"));
-  }
-}
-
-TEST_F(ExprPlaceholders, DoubledMarksAreLiterals) {
-  EXPECT_EQ(Parse("a <%<% b"), "a <% b");
-  EXPECT_EQ(Parse("a %>%> b"), "a %> b");
-  EXPECT_EQ(Parse("<%<%x%>%> = <%2*3%>"), "<%x%> = 6");
-  EXPECT_EQ(Parse("lone %> then <%4%>"), "lone %> then 4");
-}
-
-TEST_F(ExprPlaceholders, AdjacentPlaceholdersAndEmptyValues) {
-  caption = "";
-  // The first value is empty: the placeholder right behind it is resolved all the same.
-  EXPECT_EQ(Parse("<%Form1.Graph1.Caption%><%1%>"), "1");
-  EXPECT_EQ(Parse("<%1%><%2%><%3%>"), "123");
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { Parse("<%Form1.Graph1.Caption;0.0%>"); }),
+            ParseError("FORM1.GRAPH1.CAPTION"));
 }
 
 TEST_F(ExprPlaceholders, ErrorsReachTheCaller) {
-  try {
-    Parse("open <%1+1");
-    FAIL() << "no exception";
-  } catch (const EExternal& e) {
-    EXPECT_EQ(e.Message(), "No valid expression defined");
-  }
-  try {
-    Parse("<%Nobody%>");
-    FAIL() << "no exception";
-  } catch (const EMathError& e) {
-    EXPECT_EQ(e.Message(), ParseError("NOBODY"));
-  }
+  EXPECT_EQ(QyMessageOf<EExternal>([&] { Parse("open <%1+1"); }), "No valid expression defined");
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { Parse("<%Nobody%>"); }), ParseError("NOBODY"));
   EXPECT_THROW(Parse("<%%>"), EExternal);
   EXPECT_THROW(Parse("<%1/0%>"), EZeroDivide);
   QString result;
@@ -97,12 +76,8 @@ TEST_F(ExprPlaceholders, StringValuesAreResolvedRecursivelyWithDependants) {
 
 TEST_F(ExprPlaceholders, SelfReferringStringsAreRefused) {
   caption = "loop <%Form1.Graph1.Caption%>";
-  try {
-    Parse("<%Form1.Graph1.Caption%>");
-    FAIL() << "no exception";
-  } catch (const EMathError& e) {
-    EXPECT_EQ(e.Message(), ParseError("Form1.Graph1.Caption"));
-  }
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { Parse("<%Form1.Graph1.Caption%>"); }),
+            ParseError("Form1.Graph1.Caption"));
   // Around a circle of two strings.
   RegisterStringVariable(graph, "Other", "", [] { return QString("<%Form1.Graph1.Caption%>"); });
   caption = "<%Form1.Graph1.Other%>";

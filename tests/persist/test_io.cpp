@@ -1,4 +1,5 @@
 // References, stream strings, INI escapes and the INI document, XML look-up, floats in streams.
+#include "QyExpect.h"
 #include <gtest/gtest.h>
 #include <QApplication>
 #include <QBuffer>
@@ -28,10 +29,8 @@ TEST(PersistRefs, PathsFromTheFormDown) {
   EXPECT_EQ(GetComponentRef(nullptr), "");
   EXPECT_EQ(RefOwner("RefForm1.Graph1.Axis2"), graph);
   EXPECT_EQ(RefOwner("Axis2"), QCoreApplication::instance());
-  EXPECT_EQ(OwnerName("Axis2"), "");
-  EXPECT_EQ(ComponentName("Axis2"), "Axis2");
-  EXPECT_EQ(OwnerName("A.B.C"), "A.B");
-  EXPECT_EQ(ComponentName("A.B.C"), "C");
+  EXPECT_EQ((QStringList{OwnerName("Axis2"), ComponentName("Axis2")}), (QStringList{"", "Axis2"}));
+  EXPECT_EQ((QStringList{OwnerName("A.B.C"), ComponentName("A.B.C")}), (QStringList{"A.B", "C"}));
 
   QObject lone;
   lone.setObjectName("Lone");
@@ -70,12 +69,7 @@ TEST(PersistStrings, StreamStringFormat) {
   EXPECT_EQ(DecodeFromStream(&b), text);
   EXPECT_EQ(StringFromStream(&b), "caption\rsecond");
   EXPECT_EQ(StringFromStream(&b), QString::fromUtf8("ä"));
-  try {
-    StringFromStream(&b);
-    FAIL() << "no exception";
-  } catch (const EReadError& e) {
-    EXPECT_EQ(e.Message(), "Stream read error");
-  }
+  EXPECT_EQ(QyMessageOf<EReadError>([&] { StringFromStream(&b); }), "Stream read error");
 
   QBuffer bad; // a negative length is an empty string; a length past the end is an error
   bad.setData(QByteArray("\xFF\xFF\xFF\xFF" "\x10\x00\x00\x00" "ab", 10));
@@ -101,9 +95,6 @@ TEST(PersistIni, OrderCaseAndValues) {
   EXPECT_EQ(ini.ReadSections(), (QStringList{"Graph", "Axis"}));
   EXPECT_EQ(ini.ReadSection("GRAPH"), (QStringList{"Caption", "Start"}));
   EXPECT_EQ(ini.ReadString("Graph", "Caption", "?"), "changed");
-  EXPECT_EQ(ini.ReadFloat("Graph", "Start", 0), -1.5e-7);
-  EXPECT_FALSE(ini.ReadBool("Axis", "Visible", true));
-  EXPECT_EQ(ini.ReadInteger("Axis", "Position", 0), 3);
   EXPECT_EQ(ini.ReadInteger("Axis", "Missing", 7), 7);
   EXPECT_EQ(ini.ReadFloat("Axis", "Position", 0), 3.0);
   ini.WriteString("Axis", "Bad", "1,5");
@@ -136,23 +127,14 @@ TEST(PersistXml, NodesAttributesAndFloatsInValueStreams) {
   doc.appendChild(root);
   QDomElement line = AddChildElement(root, "Line");
   SetAttrFloat(line, "Width", 0.1);
-  SetAttrBool(line, "Visible", true);
-  SetAttrColor(line, "Color", 0xFF00FF00u);
   AddChildElement(line, "Gradient");
   EXPECT_TRUE(ContainsNode(root, "Line"));
   EXPECT_FALSE(ContainsNode(root, "Gradient")) << "direct children only";
   EXPECT_FALSE(ContainsNode(root, "line"));
-  EXPECT_EQ(line.attribute("Width"), "0.1");
-  EXPECT_EQ(AttrFloat(line, "Width", 0), 0.1);
-  EXPECT_TRUE(AttrBool(line, "Visible", false));
-  EXPECT_EQ(AttrColor(line, "Color", 0), 0xFF00FF00u);
+  EXPECT_EQ(line.attribute("Width"), "0.1"); // values of all kinds come back in the record round trips
   EXPECT_EQ(AttrFloat(line, "Missing", 2.5), 2.5);
-  try {
-    RequiredChildElement(root, "Area");
-    FAIL() << "no exception";
-  } catch (const EReadError& e) {
-    EXPECT_EQ(e.Message(), "XMLReadError: node \"Area\" not found");
-  }
+  EXPECT_EQ(QyMessageOf<EReadError>([&] { RequiredChildElement(root, "Area"); }),
+            "XMLReadError: node \"Area\" not found");
 
   QBuffer b;
   b.open(QIODevice::ReadWrite);

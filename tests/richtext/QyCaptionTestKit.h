@@ -9,9 +9,6 @@
 struct QyDrawnText {
   QString text;
   QRectF box; // from the top of the ascent to the advance width and the descent, device pixels
-  QColor color;
-  QTransform transform;
-  QPointF baseline; // in the painter's coordinates at draw time
 };
 
 // Paints `caption` on `device` and pairs every text item with the run that drew it (plain
@@ -30,14 +27,7 @@ inline std::vector<QyDrawnText> QyPaintAndRead(TQyRichCaptionObject& caption,
     const QFontMetricsF fm = QyFontMetrics(runs[i]->Font, &painter);
     const QPointF base = p->points.isEmpty() ? p->rect.topLeft() : p->points.first();
     const QRectF local(base.x(), base.y() - fm.ascent(), p->rect.width(), fm.ascent() + fm.descent());
-    out.push_back({p->text, p->transform.mapRect(local), p->pen.color(), p->transform, base});
+    out.push_back({p->text, p->transform.mapRect(local)});
   }
   return out;
-}
-
-// Union of the drawn boxes.
-inline QRectF QyDrawnExtent(const std::vector<QyDrawnText>& items) {
-  QRectF r;
-  for (const auto& t : items) r = r.united(t.box);
-  return r;
 }

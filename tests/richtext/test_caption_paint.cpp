@@ -105,9 +105,10 @@ TEST(CaptionPaint, EffectsDrawWhatTheyPromise) {
   }
 }
 
+// Also a placeholder that does not resolve (no expression).
 TEST(CaptionPaint, MalformedOrUnusualCaptionsPaintWithoutFailing) {
   for (const QString text : {"\\c[", "\\", "abc\\", "\\z\\y", "\\f[", "\\+\\+\\-", "\\c[]x",
-                             "\\f[]\\b\\b\\i", "a\\c[no colour]b", "\r\n\r\n"}) {
+                             "\\f[]\\b\\b\\i", "a\\c[no colour]b", "\r\n\r\n", "v=<%1/%>"}) {
     SCOPED_TRACE(text.toStdString());
     QyRecordingDevice device;
     TQyRichCaptionObject caption;
@@ -117,6 +118,7 @@ TEST(CaptionPaint, MalformedOrUnusualCaptionsPaintWithoutFailing) {
     QString drawn;
     for (const auto* t : device.OfKind(QyPrimitive::Text)) drawn += t->text;
     EXPECT_EQ(drawn, caption.PlainText());
+    if (text.startsWith("v=")) EXPECT_FALSE(drawn.isEmpty()) << "the unresolved placeholder still draws";
   }
   TQyRichCaptionObject caption;
   caption.Caption = "x";
@@ -126,7 +128,7 @@ TEST(CaptionPaint, MalformedOrUnusualCaptionsPaintWithoutFailing) {
   EXPECT_NO_THROW(caption.PaintGr(&inactive));
 }
 
-TEST(CaptionPaint, PaintingLeavesThePainterAsItWas) {
+TEST(CaptionPaint, PaintingLeavesThePainterAsItWasButForTheTextSmoothing) {
   QyRecordingDevice device;
   QPainter painter(&device);
   painter.translate(5, 7);
@@ -138,13 +140,7 @@ TEST(CaptionPaint, PaintingLeavesThePainterAsItWas) {
   caption.PaintGr(&painter);
   EXPECT_EQ(painter.transform(), before);
   EXPECT_FALSE(painter.hasClipping());
-}
-
-TEST(CaptionPaint, RenderingHintSetsTextSmoothing) {
-  QyRecordingDevice device;
-  QPainter painter(&device);
-  TQyRichCaptionObject caption;
-  caption.Caption = "x";
+  // The font's rendering hint sets the text smoothing.
   caption.Font()->SetRenderingHint(TQyTextRenderingHint::SingleBitPerPixelGridFit);
   caption.ParseForSize(&painter, nullptr);
   EXPECT_FALSE(painter.testRenderHint(QPainter::TextAntialiasing));

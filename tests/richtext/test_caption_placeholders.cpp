@@ -28,12 +28,3 @@ TEST(CaptionPlaceholders, LabelFollowsTheValueItShows) {
   EXPECT_GT(label.width(), narrow); // measured again
   RemoveVariablesOfOwner(&sensor);
 }
-
-TEST(CaptionPlaceholders, UnresolvablePlaceholderStillDraws) {
-  QyRecordingDevice device;
-  TQyRichCaptionObject caption;
-  caption.Caption = "v=<%1/%>"; // not an expression
-  QPainter painter(&device);
-  EXPECT_NO_THROW(caption.PaintGr(&painter));
-  EXPECT_FALSE(device.OfKind(QyPrimitive::Text).empty());
-}

@@ -17,10 +17,7 @@ TEST(SeriesData, YOnlyUsesIndicesAndSingleValueNeedsASymbol) {
   TQyLineSeries* s = f.AddSeries({}, {4, 9, 2, 7});
   f.Render();
   EXPECT_EQ(s->GetCount(), 4);
-  EXPECT_EQ(s->LimitMinX(), 0);
-  EXPECT_EQ(s->LimitMaxX(), 3);
-  EXPECT_EQ(s->LimitMinY(), 2);
-  EXPECT_EQ(s->LimitMaxY(), 9);
+  EXPECT_EQ(std::tuple(s->LimitMinX(), s->LimitMaxX(), s->LimitMinY(), s->LimitMaxY()), std::tuple(0.0, 3.0, 2.0, 9.0));
   EXPECT_EQ(s->GetXData()->GetValue(2), 2);
 
   TQyLineSeries* one = f.AddSeries({1}, {5});
@@ -51,20 +48,14 @@ TEST(SeriesPoints, RunCompressionKeepsEachColumnsExtremes) {
   EXPECT_LE(s->PointCount(), 4 * columns);
   EXPECT_GE(s->PointCount(), 2 * (columns - 4));
 
-  std::map<int, std::pair<double, double>> expect; // column -> (min y, max y) in pixels
-  for (int i = 0; i < n; ++i) {
-    const double px = f.X()->NumberToWorld(i), py = f.Y()->NumberToWorld(ys[i]);
-    auto [it, fresh] = expect.try_emplace(int(std::floor(px)), py, py);
-    it->second.first = std::min(it->second.first, py);
-    it->second.second = std::max(it->second.second, py);
-  }
-  std::map<int, std::pair<double, double>> got;
-  for (int k = 0; k < s->PointCount(); ++k) {
-    const QPointF p = s->Points()[k];
-    auto [it, fresh] = got.try_emplace(int(std::floor(p.x())), p.y(), p.y());
-    it->second.first = std::min(it->second.first, p.y());
-    it->second.second = std::max(it->second.second, p.y());
-  }
+  using Columns = std::map<int, std::pair<double, double>>; // column -> (min y, max y) in pixels
+  auto add = [](Columns& c, double px, double py) {
+    auto [it, fresh] = c.try_emplace(int(std::floor(px)), py, py);
+    it->second = {std::min(it->second.first, py), std::max(it->second.second, py)};
+  };
+  Columns expect, got;
+  for (int i = 0; i < n; ++i) add(expect, f.X()->NumberToWorld(i), f.Y()->NumberToWorld(ys[i]));
+  for (int k = 0; k < s->PointCount(); ++k) add(got, s->Points()[k].x(), s->Points()[k].y());
   ASSERT_EQ(got.size(), expect.size());
   for (const auto& [col, mm] : expect) {
     EXPECT_NEAR(got[col].first, mm.first, 1e-3) << "column " << col;

@@ -11,32 +11,28 @@
 #include <set>
 
 namespace {
+TQyDoubleVector* Vector(QObject* owner, const std::vector<double>& v) {
+  auto* d = new TQyDoubleVector(owner);
+  d->AddRange(v);
+  return d;
+}
+
 template <class S>
 S* Make(QyTestGraph& f, const std::vector<double>& xs, const std::vector<double>& ys) {
   auto* s = new S(f.form.get());
   s->setObjectName(QString("Points%1").arg(f.graph->RelatedSeries().size() + 1));
-  auto* x = new TQyDoubleVector(f.form.get());
-  x->AddRange(xs);
-  auto* y = new TQyDoubleVector(f.form.get());
-  y->AddRange(ys);
-  s->SetXData(x);
-  s->SetYData(y);
+  s->SetXData(Vector(f.form.get(), xs));
+  s->SetYData(Vector(f.form.get(), ys));
   s->SetXAxis(f.X());
   s->SetYAxis(f.Y());
   return s;
 }
 
-TQyDoubleVector* Vector(QObject* owner, const std::vector<double>& v, const char* name = "") {
-  auto* d = new TQyDoubleVector(owner);
-  d->setObjectName(name);
-  d->AddRange(v);
-  return d;
-}
-
-void Paint(QyTestGraph& f, QyRecordingDevice& dev) {
+// Draws the series' legend sample into `r` of the emptied device.
+void DrawItem(TQySeries* s, QyRecordingDevice& dev, const QRectF& r) {
   dev.Clear();
   QPainter p(&dev);
-  f.graph->PaintGr(&p);
+  s->DrawListItem({&p, r, 0});
 }
 
 // Symbol primitives (circles) by fill colour, centres in device pixels.
@@ -61,9 +57,8 @@ TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
   EXPECT_TRUE(s->SeriesVisible()); // symbols alone keep the series visible
   QyTestGraph::Fix(f.X(), -1, 5);
   QyTestGraph::Fix(f.Y(), 0, 4);
-  f.Render();
   QyRecordingDevice dev;
-  Paint(f, dev);
+  f.Paint(dev);
   auto green = Circles(dev, QColor(0, 255, 0));
   ASSERT_EQ(green.size(), 5u);
   for (int i = 0; i < 5; ++i)
@@ -71,8 +66,7 @@ TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
 
   TQyLineSeries* range = f.AddSeries({0.5, 3}, {0, 0}); // stands in for a calculated curve
   s->SetRangeFromFunction(range);
-  f.Render();
-  Paint(f, dev);
+  f.Paint(dev);
   auto grey = Circles(dev, QColor(0xD3, 0xD3, 0xD3));
   green = Circles(dev, QColor(0, 255, 0));
   ASSERT_EQ(grey.size(), 2u);  // x = 0 and x = 4
@@ -80,8 +74,7 @@ TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
   EXPECT_EQ(grey[0].x(), f.X()->NumberToWorld(0));
   EXPECT_EQ(grey[1].x(), f.X()->NumberToWorld(4));
   s->OutOfRangePointSymbol()->SetVisible(false);
-  f.Render();
-  Paint(f, dev);
+  f.Paint(dev);
   EXPECT_TRUE(Circles(dev, QColor(0xD3, 0xD3, 0xD3)).empty());
   EXPECT_EQ(Circles(dev, QColor(0, 255, 0)).size(), 3u);
 
@@ -90,12 +83,11 @@ TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
     if (a.Index == 2) a.Visible = false;
     if (a.Index == 3) a.Symbol = TQyPointSymbol::Square, a.Brush = QBrush(Qt::red);
   };
-  f.Render();
-  Paint(f, dev);
+  f.Paint(dev);
   EXPECT_EQ(Circles(dev, QColor(0, 255, 0)).size(), 3u); // 0, 1, 4
-  int redSquares = 0;
-  for (const QyPrimitive* p : dev.OfKind(QyPrimitive::Rect)) redSquares += p->brush.color() == QColor(Qt::red);
-  EXPECT_EQ(redSquares, 1);
+  EXPECT_EQ(dev.Select([](const QyPrimitive& p) { return p.kind == QyPrimitive::Rect && p.brush.color() == Qt::red; })
+                .size(),
+            1u);
 }
 
 // A dense noisy scatter keeps one point per pixel: the kept points are exactly the first value
@@ -126,7 +118,7 @@ TEST(SeriesSymbols, DenseScatterKeepsOnePointPerPixel) {
   f.Render();
   EXPECT_GT(s->PointCount(), int(firsts.size()));
   QyRecordingDevice dev(400, 300);
-  Paint(f, dev);
+  f.Paint(dev);
   const size_t symbols = dev.OfKind(QyPrimitive::Ellipse).size();
   EXPECT_LE(symbols, firsts.size());
   EXPECT_GE(symbols, firsts.size() * 9 / 10);
@@ -194,12 +186,8 @@ TEST(SeriesErrorBars, BarsCapsAndExtent) {
   s->SetDeltaXPlus(Vector(f.form.get(), {0.5, 0.5, 0.5, 0.5}));
   s->GetErrorIndicator()->SetColor(0xFF445566);
   f.Render();
-  EXPECT_DOUBLE_EQ(s->LimitMinY(), 5);   // 10 - 5
-  EXPECT_DOUBLE_EQ(s->LimitMaxY(), 40);  // 40 has no upper delta; 30 + 3 = 33 is below
-  EXPECT_DOUBLE_EQ(s->LimitMaxX(), 4.5);
-  EXPECT_DOUBLE_EQ(s->LimitMinX(), 1);
-  EXPECT_DOUBLE_EQ(s->GetDyPlus(1), 2);
-  EXPECT_DOUBLE_EQ(s->GetDyPlus(3), 0);
+  // Y from 10 - 5 to 40 (40 has no upper delta; 30 + 3 = 33 is below); X to 4 + 0.5.
+  EXPECT_EQ(std::tuple(s->LimitMinY(), s->LimitMaxY(), s->LimitMinX(), s->LimitMaxX()), std::tuple(5.0, 40.0, 1.0, 4.5));
   ASSERT_EQ(s->PointCount(), 4);
   const auto& up = s->BarEnds(TQyPointWithErrorSeries::YPlus);
   ASSERT_EQ(up.Count(), 4);
@@ -208,7 +196,7 @@ TEST(SeriesErrorBars, BarsCapsAndExtent) {
   EXPECT_TRUE(std::isnan(s->BarEnds(TQyPointWithErrorSeries::XMinus)[0]));
 
   QyRecordingDevice dev;
-  Paint(f, dev);
+  f.Paint(dev);
   auto bars = dev.WithPenColor(QColor(0x44, 0x55, 0x66));
   ASSERT_EQ(bars.size(), 1u); // one batch of lines
   const QPolygonF v = bars[0]->DevicePoints();
@@ -230,9 +218,8 @@ TEST(SeriesErrorBars, BarsCapsAndExtent) {
   // Hidden indicators: the extent is the data's own.
   s->GetErrorIndicator()->SetVisible(false);
   f.Render();
-  EXPECT_DOUBLE_EQ(s->LimitMinY(), 10);
-  EXPECT_DOUBLE_EQ(s->LimitMaxX(), 4);
-  Paint(f, dev);
+  EXPECT_EQ(std::tuple(s->LimitMinY(), s->LimitMaxX()), std::tuple(10.0, 4.0));
+  f.Paint(dev);
   EXPECT_TRUE(dev.WithPenColor(QColor(0x44, 0x55, 0x66)).empty());
 }
 
@@ -246,9 +233,8 @@ TEST(SeriesErrorBars, IndicatorPenHandler) {
     if (a.Index == 0) a.Draw = false;
     if (a.Index == 2) a.Pen.setColor(Qt::magenta);
   };
-  f.Render();
   QyRecordingDevice dev;
-  Paint(f, dev);
+  f.Paint(dev);
   auto gray = dev.WithPenColor(QColor(0x44, 0x55, 0x66));
   auto magenta = dev.WithPenColor(Qt::magenta);
   ASSERT_EQ(gray.size(), 1u);
@@ -273,18 +259,13 @@ TEST(SeriesLegend, SamplesAndItemHeight) {
   f.Render();
   QyRecordingDevice dev;
   const QRectF r(10, 20, 40, 16);
-  {
-    QPainter p(&dev);
-    s->DrawListItem({&p, r, 0});
-  }
+  DrawItem(s, dev, r);
   auto line = dev.WithPenColor(QColor(0x12, 0x34, 0x56));
   ASSERT_EQ(line.size(), 1u);
-  EXPECT_EQ(line[0]->DevicePoints()[0], QPointF(10, 28));
-  EXPECT_EQ(line[0]->DevicePoints()[1], QPointF(50, 28));
-  bool area = false;
-  for (const QyPrimitive& p : dev.Primitives())
-    area = area || (p.brush.color() == QColor(0x20, 0x80, 0x20) && p.DevicePoints().boundingRect() == r);
-  EXPECT_TRUE(area);
+  EXPECT_EQ(line[0]->DevicePoints(), QPolygonF({{10, 28}, {50, 28}}));
+  EXPECT_FALSE(dev.Select([&](const QyPrimitive& p) {
+                    return p.brush.color() == QColor(0x20, 0x80, 0x20) && p.DevicePoints().boundingRect() == r;
+                  }).empty()); // the area fills the rectangle
   auto sym = Circles(dev, QColor(0, 255, 0));
   ASSERT_EQ(sym.size(), 1u);
   EXPECT_EQ(sym[0], r.center());
@@ -297,11 +278,7 @@ TEST(SeriesLegend, SamplesAndItemHeight) {
   e->GetErrorIndicator()->SetColor(0xFF445566);
   EXPECT_EQ(e->GetItemHeight(), plain + 8);
   f.Render();
-  dev.Clear();
-  {
-    QPainter p(&dev);
-    e->DrawListItem({&p, r, 0});
-  }
+  DrawItem(e, dev, r);
   auto stubs = dev.WithPenColor(QColor(0x44, 0x55, 0x66));
   ASSERT_EQ(stubs.size(), 1u);
   const QPolygonF v = stubs[0]->DevicePoints();
@@ -322,10 +299,7 @@ TEST(SeriesLegend, MergedItemsShareTheRectangle) {
   f.Render();
   QyRecordingDevice dev;
   const QRectF r(0, 0, 40, 20);
-  {
-    QPainter p(&dev);
-    a->DrawListItem({&p, r, 0});
-  }
+  DrawItem(a, dev, r);
   auto first = dev.WithPenColor(QColor(0x11, 0x22, 0x33)), second = dev.WithPenColor(QColor(0x44, 0x55, 0x66));
   ASSERT_EQ(first.size(), 1u);
   ASSERT_EQ(second.size(), 1u);
@@ -333,11 +307,7 @@ TEST(SeriesLegend, MergedItemsShareTheRectangle) {
   EXPECT_EQ(second[0]->DevicePoints(), QPolygonF({r.topLeft(), r.bottomRight()}));
   // Without the merge each draws its own horizontal line.
   a->SetMergeLegendItemWith(nullptr);
-  dev.Clear();
-  {
-    QPainter p(&dev);
-    a->DrawListItem({&p, r, 0});
-  }
+  DrawItem(a, dev, r);
   EXPECT_TRUE(dev.WithPenColor(QColor(0x44, 0x55, 0x66)).empty());
   EXPECT_EQ(dev.WithPenColor(QColor(0x11, 0x22, 0x33))[0]->DevicePoints()[0], QPointF(0, 10));
 }

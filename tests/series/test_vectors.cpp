@@ -1,3 +1,4 @@
+#include "QyExpect.h"
 #include <QCoreApplication>
 #include <QThread>
 #include <QyExceptions.h>
@@ -6,6 +7,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <thread>
+#include <tuple>
 
 namespace {
 constexpr double MaxDouble = 1.7976931348623157e308;
@@ -18,6 +20,11 @@ struct RecordingListener : QObject, IQyVectorListener {
   }
 };
 
+// Minimum, its index, maximum, its index.
+std::tuple<double, int, double, int> Extremes(TQyDoubleVector& v) {
+  return {v.GetMinimum(), v.GetMinimumIdx(), v.GetMaximum(), v.GetMaximumIdx()};
+}
+
 TQyDoubleVector* Make(std::initializer_list<double> values, QObject* owner) {
   auto* v = new TQyDoubleVector(owner);
   for (double x : values) v->Add(x);
@@ -28,19 +35,13 @@ TQyDoubleVector* Make(std::initializer_list<double> values, QObject* owner) {
 TEST(DoubleVector, StatisticsAreLazyIncrementalAndKeepFirstTies) {
   QObject owner;
   TQyDoubleVector v(&owner);
-  EXPECT_EQ(v.GetMinimum(), MaxDouble);
-  EXPECT_EQ(v.GetMaximum(), -MaxDouble);
-  EXPECT_EQ(v.GetMinimumIdx(), -1);
+  EXPECT_EQ(Extremes(v), std::tuple(MaxDouble, -1, -MaxDouble, -1));
   for (double x : {3.0, 1.0, 4.0, 1.0, 5.0}) v.Add(x);
-  EXPECT_EQ(v.GetMinimum(), 1.0);
-  EXPECT_EQ(v.GetMinimumIdx(), 1); // the first of two equal minima
-  EXPECT_EQ(v.GetMaximum(), 5.0);
-  EXPECT_EQ(v.GetMaximumIdx(), 4);
+  EXPECT_EQ(Extremes(v), std::tuple(1.0, 1, 5.0, 4)); // the first of two equal minima
   EXPECT_DOUBLE_EQ(v.GetSum(), 14.0);
   EXPECT_FALSE(v.GetOnlyAscending());
   v.Add(-2.0); // only the tail is examined
-  EXPECT_EQ(v.GetMinimum(), -2.0);
-  EXPECT_EQ(v.GetMinimumIdx(), 5);
+  EXPECT_EQ(Extremes(v), std::tuple(-2.0, 5, 5.0, 4));
   EXPECT_DOUBLE_EQ(v.GetSumIncludingOutliers(), 12.0);
 
   TQyDoubleVector asc(&owner), repeated(&owner);
@@ -55,12 +56,10 @@ TEST(DoubleVector, ChangesInTheMiddleKeepStatisticsRight) {
   auto* v = Make({5, 1, 7, 3}, &owner);
   ASSERT_EQ(v->GetMinimum(), 1);
   v->Delete(0); // not an extreme: statistics kept, indices follow the shift
-  EXPECT_EQ(v->GetMinimumIdx(), 0);
-  EXPECT_EQ(v->GetMaximumIdx(), 1);
+  EXPECT_EQ(Extremes(*v), std::tuple(1.0, 0, 7.0, 1));
   EXPECT_DOUBLE_EQ(v->GetSum(), 11);
   v->Delete(0); // the minimum itself: recomputed
-  EXPECT_EQ(v->GetMinimum(), 3);
-  EXPECT_EQ(v->GetMinimumIdx(), 1);
+  EXPECT_EQ(Extremes(*v), std::tuple(3.0, 1, 7.0, 0));
   EXPECT_EQ(v->Count(), 2);
   v->Delete(5); // behind the end: ignored
   EXPECT_EQ(v->Count(), 2);
@@ -71,9 +70,7 @@ TEST(DoubleVector, ChangesInTheMiddleKeepStatisticsRight) {
   EXPECT_EQ(w->GetMaximum(), 10);
   EXPECT_FALSE(w->GetOnlyAscending());
   w->Insert(0, -1);
-  EXPECT_EQ(w->GetValue(0), -1);
-  EXPECT_EQ(w->GetMinimumIdx(), 0);
-  EXPECT_EQ(w->GetMaximumIdx(), 3);
+  EXPECT_EQ(Extremes(*w), std::tuple(-1.0, 0, 10.0, 3));
   EXPECT_DOUBLE_EQ(w->GetSum(), -1 + 1 + 2 + 10 + 4);
 }
 
@@ -103,27 +100,16 @@ TEST(DoubleVector, GrowthAndErrorsAsObservable) {
   for (int i = 0; i < 129; ++i) v.Add(i);
   EXPECT_EQ(v.Capacity(), 256);
   v.Clear();
-  EXPECT_EQ(v.Count(), 0);
-  EXPECT_EQ(v.Capacity(), 256); // kept
-  try {
-    v.GetValue(5);
-    FAIL();
-  } catch (const ERangeError& e) {
-    EXPECT_EQ(e.Message(), "i=5 index out of range");
-  }
+  EXPECT_EQ(std::pair(v.Count(), v.Capacity()), std::pair(0, 256)); // the memory is kept
+  EXPECT_EQ(QyMessageOf<ERangeError>([&] { v.GetValue(5); }), "i=5 index out of range");
   EXPECT_THROW(v.Insert(3, 1.0), ERangeError);
   TQyIndexer indexer;
-  try {
-    indexer.SetValue(0, 1);
-    FAIL();
-  } catch (const EExternal& e) {
-    EXPECT_EQ(e.Message(), "TQyIndexer is not supposed to set values!");
-  }
+  EXPECT_EQ(QyMessageOf<EExternal>([&] { indexer.SetValue(0, 1); }),
+            "TQyIndexer is not supposed to set values!");
   indexer.SetPartner(Make({7, 8, 9}, &owner));
-  EXPECT_EQ(indexer.GetCount(), 3);
-  EXPECT_EQ(indexer.GetValue(2), 2);
-  EXPECT_EQ(indexer.GetMaximum(), 2);
-  EXPECT_DOUBLE_EQ(indexer.GetSum(), 3.0); // 0 + 1 + 2
+  // Count, last value, maximum and sum (0 + 1 + 2) of the indices.
+  EXPECT_EQ(std::tuple(indexer.GetCount(), indexer.GetValue(2), indexer.GetMaximum(), indexer.GetSum()),
+            std::tuple(3, 2.0, 2.0, 3.0));
 }
 
 // Each change tells its kind: deleting a value that is no extreme keeps the statistics (Reset),

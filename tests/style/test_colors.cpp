@@ -2,6 +2,7 @@
 // lightness arithmetic against an independent implementation (gen_hsl.py), contrast rules,
 // hatch patterns and pens.
 #include "QyExceptions.h"
+#include "QyExpect.h"
 #include "QyGDI.h"
 #include "QyHatch.h"
 #include "QyStyles.h"
@@ -28,20 +29,17 @@ TEST(ColorTable, WebColoursHaveTheCssKeywordValues) {
     ++checked;
   }
   EXPECT_EQ(checked, 140);
-  EXPECT_EQ(ColorToARGB("Gray"), 0xFF808080u);
-  EXPECT_EQ(ColorToARGB("Green"), 0xFF008000u);
-  EXPECT_EQ(ColorToARGB("Maroon"), 0xFF800000u);
-  EXPECT_EQ(ColorToARGB("Purple"), 0xFF800080u);
+  for (auto [name, c] : {std::pair{"Gray", 0xFF808080u}, {"Green", 0xFF008000u}, {"Maroon", 0xFF800000u},
+                         {"Purple", 0xFF800080u}})
+    EXPECT_EQ(ColorToARGB(name), c) << name;
 }
 
 TEST(ColorTable, OrderAndSpecialEntries) {
-  EXPECT_EQ(QyColorName(1), "ActiveBorder");
-  EXPECT_EQ(QyColorName(26), "WindowText");
-  EXPECT_EQ(QyColorName(27), "Transparent");
+  // Red comes after the greys and the dark reds, ordered by hue.
+  for (auto [i, name] : {std::pair{1, "ActiveBorder"}, {26, "WindowText"}, {27, "Transparent"}, {28, "Black"},
+                         {44, "Red"}, {167, "LightPink"}})
+    EXPECT_EQ(QyColorName(i), name) << i;
   EXPECT_EQ(QyColorValue(27), 0x00FFFFFFu);
-  EXPECT_EQ(QyColorName(28), "Black");
-  EXPECT_EQ(QyColorName(44), "Red"); // after the greys and the dark reds, ordered by hue
-  EXPECT_EQ(QyColorName(167), "LightPink");
   QSet<QString> names;
   for (int i = 1; i <= QyColorCount; ++i) names.insert(QyColorName(i).toUpper());
   EXPECT_EQ(names.size(), QyColorCount) << "names must be unique regardless of case";
@@ -58,39 +56,27 @@ TEST(ColorTable, SystemColoursComeFromTheApplicationPalette) {
 }
 
 TEST(ColorText, NamesInAnyCaseAndNumbers) {
-  EXPECT_EQ(ColorToARGB("DarkRed"), 0xFF8B0000u);
-  EXPECT_EQ(ColorToARGB("darkred"), 0xFF8B0000u);
-  EXPECT_EQ(ColorToARGB("DARKRED"), 0xFF8B0000u);
-  EXPECT_EQ(ColorToARGB("$80FF0000"), 0x80FF0000u); // half-transparent red
-  EXPECT_EQ(ColorToARGB("$80ff0000"), 0x80FF0000u);
-  EXPECT_EQ(ColorToARGB("255"), 255u);
-  EXPECT_EQ(ColorToARGB("-1"), 0xFFFFFFFFu);
-  EXPECT_EQ(ColorToARGB("0x10"), 16u);
+  const struct { const char* text; TQyColor value; } cases[] = {
+      {"DarkRed", 0xFF8B0000u},   {"darkred", 0xFF8B0000u}, {"DARKRED", 0xFF8B0000u},
+      {"$80FF0000", 0x80FF0000u}, {"$80ff0000", 0x80FF0000u}, // half-transparent red
+      {"255", 255u},              {"-1", 0xFFFFFFFFu},      {"0x10", 16u}};
+  for (const auto& c : cases) EXPECT_EQ(ColorToARGB(c.text), c.value) << c.text;
 }
 
 TEST(ColorText, BadTextRaisesTheConversionMessage) {
-  try {
-    ColorToARGB("Nonsense");
-    FAIL() << "no exception";
-  } catch (const EConvertError& e) {
-    EXPECT_EQ(e.Message(), "'NONSENSE' is not a valid integer value"); // the upper-cased text
-  }
-  EXPECT_THROW(ColorToARGB(""), EConvertError);
-  EXPECT_THROW(ColorToARGB("$"), EConvertError);
-  EXPECT_THROW(ColorToARGB("$1FFFFFFFF"), EConvertError); // beyond 32 bits
-  EXPECT_THROW(ColorToARGB("4294967295"), EConvertError);  // decimal is a signed 32-bit integer
-  EXPECT_THROW(ColorToARGB("12AB"), EConvertError);
+  // The message quotes the upper-cased text.
+  EXPECT_EQ(QyMessageOf<EConvertError>([] { ColorToARGB("Nonsense"); }), "'NONSENSE' is not a valid integer value");
+  // "$1FFFFFFFF" is beyond 32 bits; decimal text is a signed 32-bit integer.
+  for (const char* text : {"", "$", "$1FFFFFFFF", "4294967295", "12AB"})
+    EXPECT_THROW(ColorToARGB(text), EConvertError) << text;
 }
 
 TEST(ColorText, ValueToName) {
-  EXPECT_EQ(ARGBToString(0xFF8B0000), "DarkRed");
-  EXPECT_EQ(ARGBToString(0x808B0000), "$808B0000");
-  EXPECT_EQ(ARGBToString(0x00000001), "$00000001");
-  EXPECT_EQ(ARGBToString(0x00FFFFFF), "Transparent"); // the web search starts at Transparent
+  // The web search starts at Transparent; of two names for one value the first in table order prints.
+  for (auto [c, name] : {std::pair{0xFF8B0000u, "DarkRed"}, {0x808B0000u, "$808B0000"}, {0x00000001u, "$00000001"},
+                         {0x00FFFFFFu, "Transparent"}, {0xFF00FFFFu, "Aqua"}, {0xFFFF00FFu, "Magenta"}})
+    EXPECT_EQ(ARGBToString(c), name) << std::hex << c;
   EXPECT_EQ(ARGBToString(0x00FFFFFF, true), "Transparent");
-  // Two names for one value: the first in table order prints.
-  EXPECT_EQ(ARGBToString(0xFF00FFFF), "Aqua");
-  EXPECT_EQ(ARGBToString(0xFFFF00FF), "Magenta");
   // With system colours, a system entry of the same value shadows the web name.
   const TQyColor window = ColorToARGB("Window");
   const QString withSystem = ARGBToString(window, true);
@@ -165,28 +151,25 @@ TEST(ColorArithmetic, BrightenAgreesWithTheReferenceAndKeepsAlpha) {
 }
 
 TEST(ColorArithmetic, HslToColorRoundTripsAndSpecialCases) {
-  EXPECT_EQ(HSLToColor(0, 1, 0.5f), 0xFF000000u);
-  EXPECT_EQ(HSLToColor(0.5f, 0, 0.3f), 0xFF808080u); // grey: 127.5 rounds half to even, to 128
-  EXPECT_EQ(HSLToColor(0.5f, 1, 0), 0xFFFF0000u);
-  EXPECT_EQ(HSLToColor(0.5f, 1, 1.0f / 3), 0xFF00FF00u);
-  EXPECT_EQ(HSLToColor(0.5f, 1, 2.0f / 3), 0xFF0000FFu);
+  // Arguments are lightness, saturation, hue; grey: 127.5 rounds half to even, to 128.
+  const struct { float l, s, h; TQyColor c; } cases[] = {
+      {0, 1, 0.5f, 0xFF000000u}, {0.5f, 0, 0.3f, 0xFF808080u}, {0.5f, 1, 0, 0xFFFF0000u},
+      {0.5f, 1, 1.0f / 3, 0xFF00FF00u}, {0.5f, 1, 2.0f / 3, 0xFF0000FFu}};
+  for (const auto& c : cases) EXPECT_EQ(HSLToColor(c.l, c.s, c.h), c.c) << c.l << " " << c.s << " " << c.h;
   for (const auto& t : HslCases)
     ExpectNear(HSLToColor(t.lightness, t.saturation, t.hue / 360), t.c | 0xFF000000u);
 }
 
 TEST(ColorArithmetic, ContrastColours) {
-  // Yellows (hue 45..85): DimGray on light, white on dark.
-  EXPECT_EQ(ContrastBackGroundARGB(0xFFFFFF00), 0xFF696969u);
-  EXPECT_EQ(ContrastBackGroundARGB(0xFF808000), 0xFFFFFFFFu);
-  // Others: white up to lightness 0.8 inclusive, DimGray above.
-  EXPECT_EQ(ContrastBackGroundARGB(0xFFFF0000), 0xFFFFFFFFu);
-  EXPECT_EQ(ContrastBackGroundARGB(0xFFFFFFFF), 0xFF696969u);
-  EXPECT_EQ(ContrastBackGroundARGB(0xFFCCCCCC), 0xFFFFFFFFu); // lightness exactly 0.8
-  EXPECT_EQ(ContrastForeColorARGB(0xFF0000FF), 0xFF8B0000u);   // hue 240, light 0.5
-  EXPECT_EQ(ContrastForeColorARGB(0xFF000080), 0xFFF08080u);   // hue 240, dark
-  EXPECT_EQ(ContrastForeColorARGB(0xFFFF0000), 0xFF90EE90u);   // hue 0, below 0.75
-  EXPECT_EQ(ContrastForeColorARGB(0xFFFFFFFF), 0xFF006400u);   // grey, light
-  EXPECT_EQ(ContrastForeColorARGB(0xFFFF00FF), 0xFF90EE90u);   // hue 300
+  // Background: yellows (hue 45..85) DimGray on light, white on dark; others white up to
+  // lightness 0.8 inclusive (0xCCCCCC), DimGray above.
+  const TQyColor back[][2] = {{0xFFFFFF00, 0xFF696969}, {0xFF808000, 0xFFFFFFFF}, {0xFFFF0000, 0xFFFFFFFF},
+                              {0xFFFFFFFF, 0xFF696969}, {0xFFCCCCCC, 0xFFFFFFFF}};
+  for (const auto& c : back) EXPECT_EQ(ContrastBackGroundARGB(c[0]), c[1]) << std::hex << c[0];
+  // Foreground: hue 240 light and dark, hue 0 below 0.75, light grey, hue 300.
+  const TQyColor fore[][2] = {{0xFF0000FF, 0xFF8B0000}, {0xFF000080, 0xFFF08080}, {0xFFFF0000, 0xFF90EE90},
+                              {0xFFFFFFFF, 0xFF006400}, {0xFFFF00FF, 0xFF90EE90}};
+  for (const auto& c : fore) EXPECT_EQ(ContrastForeColorARGB(c[0]), c[1]) << std::hex << c[0];
 }
 
 namespace {
@@ -244,17 +227,13 @@ TEST(AreaBrushes, GetAreaBrush) {
 
 TEST(Pens, ForwardersRoundTrip) {
   TQyPen pen(0x80FF0000, 2.5f);
-  EXPECT_EQ(pen.Get_Color(), 0x80FF0000u);
-  EXPECT_FLOAT_EQ(pen.Get_Width(), 2.5f);
+  EXPECT_EQ(pen.color(), QColor(255, 0, 0, 128));
+  EXPECT_FLOAT_EQ(pen.widthF(), 2.5f);
   EXPECT_EQ(pen.capStyle(), Qt::FlatCap);
-  for (TDashStyle s : {TDashStyle::DashStyleSolid, TDashStyle::DashStyleDash, TDashStyle::DashStyleDot,
-                       TDashStyle::DashStyleDashDot, TDashStyle::DashStyleDashDotDot,
-                       TDashStyle::DashStyleCustom}) {
-    pen.Set_DashStyle(s);
-    EXPECT_EQ(pen.Get_DashStyle(), s);
+  for (int s = int(TDashStyle::DashStyleSolid); s <= int(TDashStyle::DashStyleCustom); ++s) {
+    pen.Set_DashStyle(TDashStyle(s));
+    EXPECT_EQ(pen.Get_DashStyle(), TDashStyle(s));
   }
   pen.Set_DashStyle(TDashStyle::DashStyleDot);
   EXPECT_EQ(pen.style(), Qt::DotLine);
-  pen.Set_Color(0xFF00FF00);
-  EXPECT_EQ(pen.color(), QColor(0, 255, 0));
 }

@@ -1,12 +1,13 @@
 // String helpers (QyStringFunctions). Expected values worked out by hand from the rules.
+#include "QyExpect.h"
 #include <QyExceptions.h>
 #include <QyStringFunctions.h>
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <ostream>
 #include <cmath>
 #include <string>
+#include <vector>
 
 namespace {
 TFormatSettings CommaSettings() {
@@ -20,10 +21,8 @@ TFormatSettings CommaSettings() {
 // ---- Positions and characters
 
 TEST(StringFunctionsPositions, LastPosIsOneBasedOrMinusOne) {
-  EXPECT_EQ(LastPos('.', "a.b.c"), 4);
-  EXPECT_EQ(LastPos('a', "a"), 1);
-  EXPECT_EQ(LastPos('x', "abc"), -1);
-  EXPECT_EQ(LastPos('.', ""), -1);
+  for (auto [c, text, pos] : {std::tuple{'.', "a.b.c", 4}, {'a', "a", 1}, {'x', "abc", -1}, {'.', "", -1}})
+    EXPECT_EQ(LastPos(c, text), pos) << text;
   EXPECT_EQ(LastPointPos("Form1.Graph1.Axis"), 13);
   EXPECT_EQ(LastPointPos("Graph1"), -1);
   EXPECT_TRUE(CharIn('b', "abc"));
@@ -40,39 +39,24 @@ TEST(StringFunctionsPositions, DigitClasses) {
 
 // ---- IndexToAlphabet: spreadsheet column names
 
-struct AlphabetCase {
-  int index;
-  const char* expected;
-};
-void PrintTo(const AlphabetCase& c, std::ostream* os) { *os << c.index << " is <" << c.expected << ">"; }
-
-class StringFunctionsIndexToAlphabet : public testing::TestWithParam<AlphabetCase> {};
-
-TEST_P(StringFunctionsIndexToAlphabet, ColumnName) {
-  EXPECT_EQ(IndexToAlphabet(GetParam().index).toStdString(), GetParam().expected) << GetParam().index;
+TEST(StringFunctionsIndexToAlphabet, ColumnNames) {
+  const struct { int index; const char* expected; } cases[] = {
+      {-5, ""},     {0, ""},      {1, "A"},       {2, "B"},        {26, "Z"},     {27, "AA"},
+      {28, "AB"},   {52, "AZ"},   {53, "BA"},     {702, "ZZ"},     {703, "AAA"},  {704, "AAB"},
+      {16384, "XFD"}, {18278, "ZZZ"}, {18279, "AAAA"}};
+  for (const auto& c : cases) EXPECT_EQ(IndexToAlphabet(c.index).toStdString(), c.expected) << c.index;
 }
-
-INSTANTIATE_TEST_SUITE_P(Columns, StringFunctionsIndexToAlphabet,
-                         testing::Values(AlphabetCase{-5, ""}, AlphabetCase{0, ""}, AlphabetCase{1, "A"},
-                                         AlphabetCase{2, "B"}, AlphabetCase{26, "Z"}, AlphabetCase{27, "AA"},
-                                         AlphabetCase{28, "AB"}, AlphabetCase{52, "AZ"},
-                                         AlphabetCase{53, "BA"}, AlphabetCase{702, "ZZ"},
-                                         AlphabetCase{703, "AAA"}, AlphabetCase{704, "AAB"},
-                                         AlphabetCase{16384, "XFD"}, AlphabetCase{18278, "ZZZ"},
-                                         AlphabetCase{18279, "AAAA"}));
 
 // ---- Numbers as text
 
 TEST(StringFunctionsNumbers, RealToStrDigitsLowersThePrecisionUntilTheTextFits) {
-  EXPECT_EQ(RealToStrDigits(1.5, 0), "1.5");                 // width 0: FloatToStr
-  EXPECT_EQ(RealToStrDigits(1234567, 0), "1234567");
-  EXPECT_EQ(RealToStrDigits(123456, 6), "123456");
-  EXPECT_EQ(RealToStrDigits(1234567, 6), "1.23E6");          // 1.23457E6, 1.2346E6, 1.235E6, 1.23E6
-  EXPECT_EQ(RealToStrDigits(0.000123456, 6), "0.0001");      // down to precision 1
-  EXPECT_EQ(RealToStrDigits(1.0 / 3, 6), "0.3333");
-  EXPECT_EQ(RealToStrDigits(5.123456, 6), "5.1235");
-  EXPECT_EQ(RealToStrDigits(-1.5, 2), "-2");                 // precision 1, tie away from zero
-  EXPECT_EQ(RealToStrDigits(99999.95, 5), "1E5");
+  // Width 0: FloatToStr. 1234567 in 6: 1.23457E6, 1.2346E6, 1.235E6, 1.23E6; 0.000123456 goes
+  // down to precision 1; -1.5 in 2 is precision 1, tie away from zero.
+  const struct { double x; int width; const char* text; } cases[] = {
+      {1.5, 0, "1.5"},         {1234567, 0, "1234567"},  {123456, 6, "123456"}, {1234567, 6, "1.23E6"},
+      {0.000123456, 6, "0.0001"}, {1.0 / 3, 6, "0.3333"}, {5.123456, 6, "5.1235"}, {-1.5, 2, "-2"},
+      {99999.95, 5, "1E5"}};
+  for (const auto& c : cases) EXPECT_EQ(RealToStrDigits(c.x, c.width).toStdString(), c.text) << c.x;
 }
 
 TEST(StringFunctionsNumbers, AmericanizeSwapsTheSettingsDecimalSeparator) {
@@ -112,21 +96,13 @@ TEST(StringFunctionsNumbers, IntegersAsText) {
   int v = 0;
   EXPECT_TRUE(TryStrToInt("42", v));
   EXPECT_EQ(v, 42);
-  EXPECT_EQ(StrToInt(" +7"), 7);
-  EXPECT_EQ(StrToInt("-2147483648"), -2147483647 - 1);
-  EXPECT_EQ(StrToInt("$FF"), 255);
-  EXPECT_EQ(StrToInt("0x10"), 16);
-  EXPECT_EQ(StrToInt("x1F"), 31); // Val also takes a bare "x" as the hexadecimal prefix
-  EXPECT_THROW(StrToInt("2147483648"), EConvertError);
-  EXPECT_THROW(StrToInt(""), EConvertError);
-  EXPECT_THROW(StrToInt("1.5"), EConvertError);
-  EXPECT_THROW(StrToInt("42 "), EConvertError); // Val: no trailing blanks
-  try {
-    StrToInt("1x");
-    FAIL() << "no exception";
-  } catch (const EConvertError& e) {
-    EXPECT_EQ(e.Message(), "'1x' is not a valid integer value");
-  }
+  // Val also takes a bare "x" as the hexadecimal prefix.
+  for (auto [text, value] : {std::pair{" +7", 7}, {"-2147483648", -2147483647 - 1}, {"$FF", 255}, {"0x10", 16},
+                             {"x1F", 31}})
+    EXPECT_EQ(StrToInt(text), value) << text;
+  // Val: no trailing blanks.
+  for (const char* text : {"2147483648", "", "1.5", "42 "}) EXPECT_THROW(StrToInt(text), EConvertError) << text;
+  EXPECT_EQ(QyMessageOf<EConvertError>([] { StrToInt("1x"); }), "'1x' is not a valid integer value");
   EXPECT_EQ(IntToStr(-123), "-123");
 }
 
@@ -138,11 +114,8 @@ TEST(StringFunctionsLists, StringToDoubleArray) {
   EXPECT_EQ(StringToDoubleArray(" 1 ; 2 "), (QVector<double>{1, 2}));
   EXPECT_EQ(StringToDoubleArray("1;2;"), (QVector<double>{1, 2})); // a trailing ";" ends the list
   EXPECT_EQ(StringToDoubleArray("1.5;2,5", CommaSettings()), (QVector<double>{1.5, 2.5}));
-  EXPECT_THROW(StringToDoubleArray(""), EConvertError); // at least one item
-  EXPECT_THROW(StringToDoubleArray(";"), EConvertError);
-  EXPECT_THROW(StringToDoubleArray("1;;2"), EConvertError);
-  EXPECT_THROW(StringToDoubleArray("1,5"), EConvertError);
-  EXPECT_THROW(StringToDoubleArray("abc"), EConvertError);
+  for (const char* text : {"", ";", "1;;2", "1,5", "abc"}) // at least one item, each a number
+    EXPECT_THROW(StringToDoubleArray(text), EConvertError) << text;
 }
 
 TEST(StringFunctionsLists, DoubleArrayToString) {
@@ -176,100 +149,69 @@ TEST(StringFunctionsExtract, EraseToNumber) {
   }
 }
 
-TEST(StringFunctionsExtract, ExtractOneIntReadsAndDeletes) {
-  QString s = "abc 12 def";
-  EXPECT_EQ(ExtractOneInt(s), 12);
-  EXPECT_EQ(s, " def");
-  s = "x-5y";
-  EXPECT_EQ(ExtractOneInt(s), -5);
-  EXPECT_EQ(s, "y");
-  s = "12-3"; // a run that is no integer: the part before the bad position
-  EXPECT_EQ(ExtractOneInt(s), 12);
-  EXPECT_EQ(s, "-3");
-  EXPECT_EQ(ExtractOneInt(s), -3);
-  EXPECT_EQ(s, "");
-  s = "+-5";
-  EXPECT_EQ(ExtractOneInt(s), -5);
-  s = "1e5";
-  EXPECT_EQ(ExtractOneInt(s), 1);
-  EXPECT_EQ(s, "e5");
-  s = "a - b 7";
-  EXPECT_EQ(ExtractOneInt(s), 7);
-}
+// Each row reads numbers one after the other from the text; after each, the text is what is left.
+struct ExtractStep {
+  double value; // NaN: not a number
+  const char* rest;
+};
+struct ExtractCase {
+  const char* text;
+  std::vector<ExtractStep> steps;
+};
 
-TEST(StringFunctionsExtract, ExtractOneIntRaisesWhenNothingCanBeRead) {
+TEST(StringFunctionsExtract, ExtractOneIntReadsAndDeletes) {
+  const ExtractCase cases[] = {
+      {"abc 12 def", {{12, " def"}}},
+      {"x-5y", {{-5, "y"}}},
+      {"12-3", {{12, "-3"}, {-3, ""}}}, // a run that is no integer: the part before the bad position
+      {"+-5", {{-5, nullptr}}},
+      {"1e5", {{1, "e5"}}},
+      {"a - b 7", {{7, nullptr}}}};
+  for (const auto& c : cases) {
+    QString s = c.text;
+    for (const auto& step : c.steps) {
+      EXPECT_EQ(ExtractOneInt(s), step.value) << c.text;
+      if (step.rest) EXPECT_EQ(s.toStdString(), step.rest) << c.text;
+    }
+  }
   for (const char* text : {"", "abc", "- +", "99999999999"}) {
     QString s = text;
     EXPECT_THROW(ExtractOneInt(s), EConvertError) << "'" << text << "'";
   }
   QString s = "x 99999999999";
-  try {
-    ExtractOneInt(s);
-    FAIL() << "no exception";
-  } catch (const EConvertError& e) {
-    EXPECT_EQ(e.Message(), "'99999999999' is not a valid integer value");
-  }
+  EXPECT_EQ(QyMessageOf<EConvertError>([&] { ExtractOneInt(s); }), "'99999999999' is not a valid integer value");
 }
 
 TEST(StringFunctionsExtract, ExtractOneDoubleReadsAndDeletes) {
-  QString s = "x=1.5 y=2";
-  EXPECT_EQ(ExtractOneDouble(s), 1.5);
-  EXPECT_EQ(s, "2"); // erased to the next number
-  EXPECT_EQ(ExtractOneDouble(s), 2.0);
-  EXPECT_EQ(s, "");
-  s = "(-.5; 2.5e-3)";
-  EXPECT_EQ(ExtractOneDouble(s), -0.5);
-  EXPECT_EQ(ExtractOneDouble(s), 0.0025);
-  EXPECT_EQ(s, "");
-  s = "Temperature 5";
-  EXPECT_EQ(ExtractOneDouble(s), 5.0);
-}
-
-TEST(StringFunctionsExtract, ExtractOneDoubleNaN) {
-  QString s = "NAN;3";
-  EXPECT_TRUE(std::isnan(ExtractOneDouble(s)));
-  EXPECT_EQ(s, "3");
-  EXPECT_EQ(ExtractOneDouble(s), 3.0);
-  s = "a nan";
-  EXPECT_TRUE(std::isnan(ExtractOneDouble(s)));
-  EXPECT_EQ(s, "");
-  s = "NaN5";
-  EXPECT_TRUE(std::isnan(ExtractOneDouble(s)));
-  EXPECT_EQ(s, "5");
-  s = "-NAN";
-  EXPECT_TRUE(std::isnan(ExtractOneDouble(s))); // the sign alone starts no number
-}
-
-TEST(StringFunctionsExtract, ExtractOneDoublePartialParses) {
-  QString s = "1.5.3";
-  EXPECT_EQ(ExtractOneDouble(s), 1.5);
-  EXPECT_EQ(s, ".3");
-  EXPECT_EQ(ExtractOneDouble(s), 0.3);
-  s = "1e5e3";
-  EXPECT_EQ(ExtractOneDouble(s), 1e5);
-  EXPECT_EQ(s, "3"); // "e3" is an exponent left over and is erased
-  s = "1e";
-  EXPECT_EQ(ExtractOneDouble(s), 1.0);
-  EXPECT_EQ(s, "");
-  s = "2-3";
-  EXPECT_EQ(ExtractOneDouble(s), 2.0);
-  EXPECT_EQ(ExtractOneDouble(s), -3.0);
-  s = "7.";
-  EXPECT_EQ(ExtractOneDouble(s), 7.0);
-}
-
-TEST(StringFunctionsExtract, ExtractOneDoubleRaisesWhenNothingCanBeRead) {
+  const double NaN = std::nan("");
+  const ExtractCase cases[] = {
+      {"x=1.5 y=2", {{1.5, "2"}, {2, ""}}}, // erased to the next number
+      {"(-.5; 2.5e-3)", {{-0.5, nullptr}, {0.0025, ""}}},
+      {"Temperature 5", {{5, nullptr}}},
+      {"NAN;3", {{NaN, "3"}, {3, nullptr}}},
+      {"a nan", {{NaN, ""}}},
+      {"NaN5", {{NaN, "5"}}},
+      {"-NAN", {{NaN, nullptr}}}, // the sign alone starts no number
+      // Partial parses.
+      {"1.5.3", {{1.5, ".3"}, {0.3, nullptr}}},
+      {"1e5e3", {{1e5, "3"}}}, // "e3" is an exponent left over and is erased
+      {"1e", {{1, ""}}},
+      {"2-3", {{2, nullptr}, {-3, nullptr}}},
+      {"7.", {{7, nullptr}}}};
+  for (const auto& c : cases) {
+    QString s = c.text;
+    for (const auto& step : c.steps) {
+      const double v = ExtractOneDouble(s);
+      EXPECT_TRUE(std::isnan(step.value) ? std::isnan(v) : v == step.value) << c.text << " gave " << v;
+      if (step.rest) EXPECT_EQ(s.toStdString(), step.rest) << c.text;
+    }
+  }
   for (const char* text : {"", "abc", "e", "1e400"}) {
     QString s = text;
     EXPECT_THROW(ExtractOneDouble(s), EConvertError) << "'" << text << "'";
   }
   QString s = "v 1e999";
-  try {
-    ExtractOneDouble(s);
-    FAIL() << "no exception";
-  } catch (const EConvertError& e) {
-    EXPECT_EQ(e.Message(), "'1e999' is not a valid floating point value");
-  }
+  EXPECT_EQ(QyMessageOf<EConvertError>([&] { ExtractOneDouble(s); }), "'1e999' is not a valid floating point value");
 }
 
 // ---- Shift states

@@ -16,61 +16,47 @@ struct TRow {
   const char* caption;
 };
 
-QVariant C(TQyColor c) { return QVariant::fromValue(c); }
-QVariant F(float f) { return QVariant::fromValue(f); }
+template <class T> QVariant V(T value) { return QVariant::fromValue(value); }
+QVariant C(TQyColor c) { return V(c); }
+QVariant F(float f) { return V(f); }
 
 const std::vector<TRow> GradientRows = {
     {"Visible", false, true, "Gradient visible"},
-    {"Style", QVariant::fromValue(TQyGradientStyle::Linear),
-     QVariant::fromValue(TQyGradientStyle::Elliptical), "Gradient style"},
+    {"Style", V(TQyGradientStyle::Linear), V(TQyGradientStyle::Elliptical), "Gradient style"},
     {"FirstColor", C(0xFFD3D3D3), C(0xFF000001), "Gradient first color"},
     {"MiddleColor", C(0xFFB0B0B0), C(0xFF000002), "Gradient middle color"},
     {"LastColor", C(0xFF808080), C(0xFF000003), "Gradient last color"},
-    {"LinearAngle", F(0), F(33), "Linear gradient angle"},
-    {"LinearCenter", F(0.5f), F(0.25f), "Linear gradient center"},
+    {"LinearAngle", F(0), F(33), "Linear gradient angle"}, {"LinearCenter", F(0.5f), F(0.25f), "Linear gradient center"},
     {"RadialCenterX", F(0.5f), F(0.1f), "X component of gradient center"},
-    {"RadialCenterY", F(0.5f), F(0.9f), "Y component of gradient center"},
-};
+    {"RadialCenterY", F(0.5f), F(0.9f), "Y component of gradient center"}};
 const std::vector<TRow> LineRows = {
     {"Color", C(0xFFFF0000), C(0xFF0000FF), "Line color"},
-    {"DashStyle", QVariant::fromValue(TDashStyle::DashStyleSolid),
-     QVariant::fromValue(TDashStyle::DashStyleDot), "Line dash style"},
-    {"Width", F(1), F(3), "Line width"},
-    {"Visible", true, false, "Line visible"},
-};
-const std::vector<TRow> ArrowRows = {
-    {"PointLength", F(5), F(9), "Arrow tip point length"},
-    {"InnerLength", F(3), F(4), "Arrow tip point inner length"},
-    {"PointHeight", F(2), F(6), "Arrow tip point height"},
-};
+    {"DashStyle", V(TDashStyle::DashStyleSolid), V(TDashStyle::DashStyleDot), "Line dash style"},
+    {"Width", F(1), F(3), "Line width"}, {"Visible", true, false, "Line visible"}};
+const std::vector<TRow> ArrowRows = {{"PointLength", F(5), F(9), "Arrow tip point length"},
+                                     {"InnerLength", F(3), F(4), "Arrow tip point inner length"},
+                                     {"PointHeight", F(2), F(6), "Arrow tip point height"}};
 const std::vector<TRow> AreaRows = {
     {"Visible", false, true, "Filled area visible"},
     {"ForeColor", C(0xFFD3D3D3), C(0xFF000004), "Area fill foreground color"},
     {"BackColor", C(0xFFA9A9A9), C(0xFF000005), "Area fill background color"},
-    {"AreaStyle", QVariant::fromValue(TQyAreaStyle::Total), QVariant::fromValue(TQyAreaStyle::Wave),
-     "Area fill style"},
-};
+    {"AreaStyle", V(TQyAreaStyle::Total), V(TQyAreaStyle::Wave), "Area fill style"}};
 const std::vector<TRow> SymbolRows = {
-    {"Visible", true, false, "Point symbol visible"},
-    {"Size", F(11), F(7), "Point symbol size"},
+    {"Visible", true, false, "Point symbol visible"}, {"Size", F(11), F(7), "Point symbol size"},
     {"BorderLineWidth", F(1), F(2), "Point symbol borderline width"},
     {"BorderColor", C(0xFF0000FF), C(0xFF000006), "Point symbol borderline color"},
     {"FillColor", C(0xFF0000FF), C(0xFF000007), "Point symbol fill color"},
-    {"PointSymbol", QVariant::fromValue(TQyPointSymbol::Circle),
-     QVariant::fromValue(TQyPointSymbol::Nabla), "Point symbol selection"},
-};
+    {"PointSymbol", V(TQyPointSymbol::Circle), V(TQyPointSymbol::Nabla), "Point symbol selection"}};
 const std::vector<TRow> AxisArrowRows = {
-    {"Visible", false, true, "Axis arrow visible"},
-    {"PointLength", F(7), F(1), "Axis arrow tip point length"},
+    {"Visible", false, true, "Axis arrow visible"}, {"PointLength", F(7), F(1), "Axis arrow tip point length"},
     {"InnerLength", F(5), F(2), "Axis arrow tip point inner length"},
-    {"PointHeight", F(3), F(4), "Axis arrow tip point height"},
-};
+    {"PointHeight", F(3), F(4), "Axis arrow tip point height"}};
 
 // Each published property: default, one change records once under its caption with the old value,
 // a second set to the same value neither records nor calls back.
-void CheckRows(QObject& object, TQyStyleObject& settings, const std::vector<TRow>& rows, int& calls) {
+void CheckRows(TQyStyleObject& object, const std::vector<TRow>& rows, int& calls) {
   QyFakeRecorder recorder;
-  settings.SetUndoStack(&recorder);
+  object.SetUndoStack(&recorder);
   for (const TRow& row : rows) {
     SCOPED_TRACE(row.property);
     EXPECT_EQ(object.property(row.property), row.defaultValue);
@@ -88,7 +74,7 @@ void CheckRows(QObject& object, TQyStyleObject& settings, const std::vector<TRow
     EXPECT_EQ(recorder.Pushes.size(), 1u);
     EXPECT_EQ(calls, 1);
   }
-  settings.SetUndoStack(nullptr);
+  object.SetUndoStack(nullptr);
 }
 } // namespace
 
@@ -96,24 +82,21 @@ TEST(StyleObjects, DefaultsCaptionsAndTheSetterPattern) {
   int calls = 0;
   auto count = [&calls] { ++calls; };
   TQyGradientSettings gradient(count);
-  CheckRows(gradient, gradient, GradientRows, calls);
   TQyLineSettings line(count);
-  CheckRows(line, line, LineRows, calls);
   TQyArrowSettings arrow(count);
-  CheckRows(arrow, arrow, ArrowRows, calls);
   TQyAreaSettings area(count);
-  CheckRows(area, area, AreaRows, calls);
   TQyPointSymbolSettings symbol(count);
-  CheckRows(symbol, symbol, SymbolRows, calls);
   TQyAxisArrowPoint axisArrow(count);
-  CheckRows(axisArrow, axisArrow, AxisArrowRows, calls);
+  const std::pair<TQyStyleObject*, const std::vector<TRow>*> objects[] = {
+      {&gradient, &GradientRows}, {&line, &LineRows}, {&arrow, &ArrowRows},
+      {&area, &AreaRows},         {&symbol, &SymbolRows}, {&axisArrow, &AxisArrowRows}};
+  for (auto [object, rows] : objects) CheckRows(*object, *rows, calls);
 }
 
 TEST(StyleObjects, WithoutStackOrCallback) {
   QyFakeRecorder recorder;
   TQyLineSettings line(nullptr); // a missing callback is allowed
   line.SetWidth(4);
-  EXPECT_FLOAT_EQ(line.GetWidth(), 4);
   line.SetUndoStack(&recorder);
   recorder.Recording = false; // the stack replaying: nothing recorded
   line.SetWidth(5);
@@ -188,8 +171,7 @@ TEST(StylePens, GetPenFromColourOrGradient) {
   ASSERT_EQ(pen.brush().style(), Qt::LinearGradientPattern);
   const QGradientStops stops = pen.brush().gradient()->stops();
   ASSERT_EQ(stops.size(), 3);
-  EXPECT_EQ(stops[0].second, QColor(0xD3, 0xD3, 0xD3));
-  EXPECT_EQ(stops[2].second, QColor(0x80, 0x80, 0x80));
+  EXPECT_EQ(std::pair(stops[0].second, stops[2].second), std::pair(QColor(0xD3, 0xD3, 0xD3), QColor(0x80, 0x80, 0x80)));
   EXPECT_EQ(line.GetColor(), 0xFF0000FFu);
   EXPECT_DOUBLE_EQ(pen.widthF(), 3.0);
   EXPECT_EQ(pen.style(), Qt::DashLine);
@@ -230,10 +212,7 @@ TEST(StyleArrows, CapOutlineInLineWidths) {
   const QPolygonF poly = ArrowPointCap(point).toFillPolygon();
   // (h, -L), (0, 0), (-h, -L), (0, -I), closed; defaults L 7, I 5, h 3.
   ASSERT_GE(poly.size(), 4);
-  EXPECT_EQ(poly[0], QPointF(3, -7));
-  EXPECT_EQ(poly[1], QPointF(0, 0));
-  EXPECT_EQ(poly[2], QPointF(-3, -7));
-  EXPECT_EQ(poly[3], QPointF(0, -5));
+  EXPECT_EQ(poly.mid(0, 4), QPolygonF({{3, -7}, {0, 0}, {-3, -7}, {0, -5}}));
   TQyArrowSettings arrow(nullptr);
   EXPECT_EQ(ArrowPointCap(arrow).boundingRect(), QRectF(-2, -5, 4, 5));
 }

@@ -17,9 +17,8 @@ public:
     Store(std::move(p));
   }
   void drawLines(const QLine* lines, int count) override {
-    QyPrimitive p = Make(QyPrimitive::Line);
-    for (int i = 0; i < count; ++i) p.points << QPointF(lines[i].p1()) << QPointF(lines[i].p2());
-    Store(std::move(p));
+    std::vector<QLineF> f(lines, lines + count);
+    drawLines(f.data(), count);
   }
   void drawRects(const QRectF* rects, int count) override {
     for (int i = 0; i < count; ++i) {
@@ -55,9 +54,8 @@ public:
     Store(std::move(p));
   }
   void drawPoints(const QPoint* points, int count) override {
-    QyPrimitive p = Make(QyPrimitive::Points);
-    for (int i = 0; i < count; ++i) p.points << QPointF(points[i]);
-    Store(std::move(p));
+    std::vector<QPointF> f(points, points + count);
+    drawPoints(f.data(), count);
   }
   void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override {
     QyPrimitive p = Make(mode == PolylineMode ? QyPrimitive::Polyline : QyPrimitive::Polygon);
@@ -66,9 +64,8 @@ public:
     Store(std::move(p));
   }
   void drawPolygon(const QPoint* points, int count, PolygonDrawMode mode) override {
-    QPolygonF f;
-    for (int i = 0; i < count; ++i) f << QPointF(points[i]);
-    drawPolygon(f.constData(), int(f.size()), mode);
+    std::vector<QPointF> f(points, points + count);
+    drawPolygon(f.data(), count, mode);
   }
   void drawTextItem(const QPointF& pos, const QTextItem& item) override {
     QyPrimitive p = Make(QyPrimitive::Text);
@@ -127,23 +124,21 @@ int QyRecordingDevice::metric(PaintDeviceMetric m) const {
   }
 }
 
-std::vector<const QyPrimitive*> QyRecordingDevice::OfKind(QyPrimitive::Kind kind) const {
+std::vector<const QyPrimitive*> QyRecordingDevice::Select(const std::function<bool(const QyPrimitive&)>& keep) const {
   std::vector<const QyPrimitive*> out;
   for (const auto& p : FPrims)
-    if (p.kind == kind) out.push_back(&p);
+    if (keep(p)) out.push_back(&p);
   return out;
+}
+
+std::vector<const QyPrimitive*> QyRecordingDevice::OfKind(QyPrimitive::Kind kind) const {
+  return Select([kind](const QyPrimitive& p) { return p.kind == kind; });
 }
 
 std::vector<const QyPrimitive*> QyRecordingDevice::WithPenColor(QColor color) const {
-  std::vector<const QyPrimitive*> out;
-  for (const auto& p : FPrims)
-    if (p.pen.style() != Qt::NoPen && p.pen.color().rgba() == color.rgba()) out.push_back(&p);
-  return out;
+  return Select([&](const QyPrimitive& p) { return p.pen.style() != Qt::NoPen && p.pen.color().rgba() == color.rgba(); });
 }
 
 std::vector<const QyPrimitive*> QyRecordingDevice::WithText(const QString& text) const {
-  std::vector<const QyPrimitive*> out;
-  for (const auto& p : FPrims)
-    if (p.kind == QyPrimitive::Text && p.text == text) out.push_back(&p);
-  return out;
+  return Select([&](const QyPrimitive& p) { return p.kind == QyPrimitive::Text && p.text == text; });
 }

@@ -8,6 +8,7 @@
 #include <QPen>
 #include <QPolygonF>
 #include <QTransform>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -39,6 +40,7 @@ public:
   std::vector<const QyPrimitive*> OfKind(QyPrimitive::Kind kind) const;
   std::vector<const QyPrimitive*> WithPenColor(QColor color) const;
   std::vector<const QyPrimitive*> WithText(const QString& text) const;
+  std::vector<const QyPrimitive*> Select(const std::function<bool(const QyPrimitive&)>& keep) const;
 
 protected:
   int metric(PaintDeviceMetric metric) const override;

@@ -1,5 +1,7 @@
 #pragma once
 // A graph with primary axes and line series, for tests that need the whole data path.
+#include "QyRecordingDevice.h"
+#include <QPainter>
 #include <QyGraph2D.h>
 #include <QyVectors.h>
 #include <memory>
@@ -47,4 +49,10 @@ struct QyTestGraph {
   }
   // Runs one paint into an image (layout, ranges, points) and returns it.
   QImage Render() { return graph->RenderToImage(graph->size(), false); }
+  // Paints the graph as it stands into the emptied recording device.
+  void Paint(QyRecordingDevice& dev) {
+    dev.Clear();
+    QPainter p(&dev);
+    graph->PaintGr(&p);
+  }
 };
