@@ -7,7 +7,20 @@
 #include <QResizeEvent>
 #include <cmath>
 
-bool LayoutInProgress = false;
+namespace {
+// Kept on the parent itself, so that the flag goes with it.
+constexpr char LayoutFlag[] = "qyLayoutInProgress";
+} // namespace
+
+bool LayoutInProgress(const QObject* parent) { return parent && parent->property(LayoutFlag).toBool(); }
+
+void SetLayoutInProgress(QObject* parent, bool on) {
+  if (parent && LayoutInProgress(parent) != on) parent->setProperty(LayoutFlag, on);
+}
+
+QObject* TQyAxis::LayoutParent() const {
+  return parentWidget() ? static_cast<QObject*>(parentWidget()) : const_cast<TQyAxis*>(this);
+}
 
 TQyAxis::TQyAxis(QWidget* parent) : QWidget(parent) {
   auto modified = [this] { Modified(); };
@@ -87,7 +100,7 @@ void TQyAxis::DoInvalidate() {
 }
 
 void TQyAxis::CheckResize() {
-  if (LayoutInProgress) return;
+  if (LayoutInProgress(LayoutParent())) return;
   if (FStartEnd == TQyAxisEnd::AutoRange) FStart = FLastStart;
   if (FStopEnd == TQyAxisEnd::AutoRange) FStop = FLastStop;
   Modified();

@@ -97,8 +97,11 @@ struct TQyLinearMap {
   float Map(double value) const { return Place((value - Start) * InvScale, Forward, Length, Base); }
 };
 
-// True while a layout pass runs (guards CheckResize against the resizes the pass itself causes).
-extern bool LayoutInProgress;
+// True while a layout pass over the axes of `parent` runs (guards against the resizes and shows
+// the pass itself causes). Each graph has its own: a pass left open while one graph updates
+// stops no other graph. An axis without a parent is its own.
+bool LayoutInProgress(const QObject* parent);
+void SetLayoutInProgress(QObject* parent, bool on);
 
 class TQyAxis : public QWidget, public TQyRecording, public IQyGraphPart {
   Q_OBJECT
@@ -247,6 +250,8 @@ public:
   bool GetAutoSize() const { return FAutoSize; }
   void SetAutoSize(bool value);
   bool GetVisible() const { return FVisible; }
+  // The object whose layout pass places this axis: its parent widget, or the axis itself.
+  QObject* LayoutParent() const;
   void SetVisible(bool visible);
   // The axis holds the stack; its fonts and arrow find it through their parent.
   void SetUndoStack(TQyUndoRecorder* recorder) override { SetUndoRecorder(recorder); }

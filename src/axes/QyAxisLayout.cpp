@@ -67,7 +67,7 @@ void TQyAxisLayout::Run() {
 
 bool TQyAxisLayout::Begin() {
   FStarter->FFontSize = FStarter->FFont->GetSize();
-  LayoutInProgress = true;
+  SetLayoutInProgress(FStarter->LayoutParent(), true);
   if (!FGraph) return true;
   if (FGraph->GetZeroOrigin()) {
     if (auto* x = FGraph->GetPrimaryXAxis()) x->FVisible = true, x->QWidget::setVisible(true);
@@ -333,7 +333,7 @@ void TQyAxisLayout::DataArea() {
 void TQyAxisLayout::Finish() {
   for (TQyAxis* a : FAxes) a->FNeedsCalc = false;
   if (FGraph) FGraph->SeriesModified();
-  LayoutInProgress = false;
+  SetLayoutInProgress(FStarter->LayoutParent(), false);
   for (TQyAxis* a : FAxes)
     if (a->OnCalculated) a->OnCalculated(a);
 }

@@ -16,7 +16,7 @@ QPen FlatPen(TQyColor color, float width) {
 } // namespace
 
 void TQyAxis::PaintGr(QPainter* g) {
-  if (LayoutInProgress || !g) return;
+  if (!g || LayoutInProgress(LayoutParent())) return;
   if (FNeedsCalc) Calculate();
   // On screen ticks sit on whole pixels; an image keeps them fractional, so that thin ticks are
   // not bunched at high resolution.

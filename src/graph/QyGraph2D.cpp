@@ -270,7 +270,7 @@ void TQyGraph2D::childEvent(QChildEvent* e) {
 
 bool TQyGraph2D::eventFilter(QObject* watched, QEvent* e) {
   const bool shown = e->type() == QEvent::Show || e->type() == QEvent::Hide;
-  if (shown && !FDestroying && !LayoutInProgress && watched->parent() == this && qobject_cast<IQyGraphPart*>(watched))
+  if (shown && !FDestroying && !LayoutInProgress(this) && watched->parent() == this && qobject_cast<IQyGraphPart*>(watched))
     Modified();
   return TQyCustomGraph::eventFilter(watched, e);
 }

@@ -177,3 +177,16 @@ TEST(Graph, ASeriesOfNoDrawingKindStillRangesTheAxes) {
   EXPECT_EQ(s->PointCount(), 0);
   EXPECT_EQ(s->FindPoint(f.X()->NumberToWorld(4), f.Y()->NumberToWorld(5)), -1);
 }
+
+TEST(Graph, APassLeftOpenByAnUpdatingGraphStopsNoOtherGraph) {
+  QyTestGraph a, b;
+  a.AddSeries({0, 1}, {0, 1});
+  b.AddSeries({0, 1}, {0, 1});
+  const QImage before = b.Render();
+  a.graph->BeginUpdate();
+  a.X()->SetCaption("changed while updating"); // the axis lays out at its paint and leaves at once
+  a.Render();
+  b.graph->update();
+  EXPECT_EQ(QyProbe::Differences(b.Render(), before), 0); // b still draws its axes
+  a.graph->EndUpdate();
+}
