@@ -157,6 +157,7 @@ void TQyAxis::SetScaling(TQyAxisScaling value) {
   QyAssign(this, FScaling, value, QyRes::AxisScaling, "Scaling", [this] {
     FLogActive = FScaling == TQyAxisScaling::Log || FScaling == TQyAxisScaling::LogEE;
     if (FScaling >= TQyAxisScaling::Seconds) FAutoTickParts = true;
+    if (IQyAxisHost* graph = Graph()) graph->ZoomReset(); // the range is taken anew for the scale
     Modified();
   });
 }

@@ -190,3 +190,17 @@ TEST(Graph, APassLeftOpenByAnUpdatingGraphStopsNoOtherGraph) {
   EXPECT_EQ(QyProbe::Differences(b.Render(), before), 0); // b still draws its axes
   a.graph->EndUpdate();
 }
+
+TEST(Graph, ChangingTheScalingTakesTheRangeAnew) {
+  QyTestGraph f;
+  f.AddSeries({0, 1, 2, 3}, {0.5, 3, 40, 500});
+  f.Render();
+  const double start = f.Y()->GetStart(), stop = f.Y()->GetStop();
+  f.Y()->SetScaling(TQyAxisScaling::Log);
+  f.Render();
+  EXPECT_NE(f.Y()->GetStop(), stop); // a log range rounds to decades
+  f.Y()->SetScaling(TQyAxisScaling::Normal);
+  f.Render();
+  EXPECT_DOUBLE_EQ(f.Y()->GetStart(), start);
+  EXPECT_DOUBLE_EQ(f.Y()->GetStop(), stop);
+}
