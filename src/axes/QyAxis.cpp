@@ -223,15 +223,33 @@ void TQyAxis::SetStop(double value) {
   });
 }
 
+// The ends and their modes change together: one undo entry holds the ends and the modes, so that
+// undoing a switch to automatic ends brings the old ends back.
+void TQyAxis::PushEndsUncaptioned(std::initializer_list<const char*> names) {
+  TQyUndoRecorder* stack = UndoRecorder();
+  if (!stack || !stack->IsRecording()) return;
+  for (const char* name : names) stack->PushProperty(this, QString(), name);
+}
+
 void TQyAxis::SetStartEnd(TQyAxisEnd value) {
   if (value == TQyAxisEnd::MovingSlit) value = TQyAxisEnd::Fixed; // only the stop end moves
-  QyAssign(this, FStartEnd, value, QyRes::AxisStartEnd, "StartEnd", [this] { RangeModified(); });
+  if (value == FStartEnd) return;
+  TQyUndoGroup group(UndoRecorder(), QyRes::AxisStartEnd);
+  PushEndsUncaptioned({"Start", "Stop"});
+  QyAssign(this, FStartEnd, value, QyRes::AxisStartEnd, "StartEnd", [this] {
+    if (FStartEnd == TQyAxisEnd::AutoRange) RangeModified();
+    else Modified();
+  });
 }
 
 void TQyAxis::SetStopEnd(TQyAxisEnd value) {
+  if (value == FStopEnd) return;
+  TQyUndoGroup group(UndoRecorder(), QyRes::AxisStopEnd);
+  PushEndsUncaptioned({"Start", "Stop", "StartEnd"});
   QyAssign(this, FStopEnd, value, QyRes::AxisStopEnd, "StopEnd", [this] {
     if (FStopEnd == TQyAxisEnd::MovingSlit) FStartEnd = TQyAxisEnd::Fixed;
-    RangeModified();
+    if (FStopEnd == TQyAxisEnd::AutoRange || FStopEnd == TQyAxisEnd::MovingSlit) RangeModified();
+    else Modified();
   });
 }
 

@@ -252,6 +252,11 @@ public:
   bool GetVisible() const { return FVisible; }
   // The object whose layout pass places this axis: its parent widget, or the axis itself.
   QObject* LayoutParent() const;
+
+private:
+  void PushEndsUncaptioned(std::initializer_list<const char*> names);
+
+public:
   void SetVisible(bool visible);
   // The axis holds the stack; its fonts and arrow find it through their parent.
   void SetUndoStack(TQyUndoRecorder* recorder) override { SetUndoRecorder(recorder); }

@@ -306,3 +306,30 @@ TEST(UndoProperties, PictureReturnsAfterChangeAndUndo) {
     EXPECT_EQ(v == s->GetXData() ? (*v)[3] : (*v)[1], 3.0);
   }
 }
+
+// A change of an end mode is one entry holding the ends and the modes it touches.
+TEST(UndoProperties, EndModesRecordTheEndsTheyChange) {
+  QyTestGraph f;
+  f.AddSeries({0, 10}, {0, 1});
+  QyTestGraph::Fix(f.X(), 2, 8);
+  f.Render();
+  TQyUndoStack stack;
+  f.graph->SetUndoStack(&stack);
+  f.X()->SetStartEnd(TQyAxisEnd::AutoRange);
+  f.X()->SetStopEnd(TQyAxisEnd::AutoRange);
+  f.Render();
+  ASSERT_EQ(stack.UndoList().Count(), 2);
+  EXPECT_NE(f.X()->GetStop(), 8.0);
+  stack.Undo(1);
+  EXPECT_EQ(f.X()->GetStartEnd(), TQyAxisEnd::Fixed);
+  EXPECT_EQ(f.X()->GetStopEnd(), TQyAxisEnd::Fixed);
+  EXPECT_DOUBLE_EQ(f.X()->GetStart(), 2.0);
+  EXPECT_DOUBLE_EQ(f.X()->GetStop(), 8.0);
+  // A moving slit fixes the start end; undo takes that back too.
+  f.X()->SetStartEnd(TQyAxisEnd::AutoRange);
+  f.X()->SetStopEnd(TQyAxisEnd::MovingSlit);
+  EXPECT_EQ(f.X()->GetStartEnd(), TQyAxisEnd::Fixed);
+  stack.Undo(0);
+  EXPECT_EQ(f.X()->GetStartEnd(), TQyAxisEnd::AutoRange);
+  EXPECT_EQ(f.X()->GetStopEnd(), TQyAxisEnd::Fixed);
+}
