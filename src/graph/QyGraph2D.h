@@ -220,12 +220,12 @@ private:
   void RedoLayout();
   bool PartShown(IQyGraphPart* part) const;
   // ---- the box of a graph with depth (QyGraphDepth.cpp)
-  void MeasureDepth();
+  void MeasureDepth(const QList<IQyGraphPart*>& parts);
   void PaintWalls(QPainter* g);
   void PaintGridLine3D(QPainter* g, bool alongX, float p);
   void PaintBoxEdges(QPainter* g);
   void PaintPicture(QPainter* g);
-  void PaintPass(QPainter* g, TQyPaintPass pass);
+  void PaintPass(QPainter* g, TQyPaintPass pass, const QList<IQyGraphPart*>& parts);
   void PaintOwnShare(QPainter* g, TQyPaintPass pass);
   void PaintPart(QPainter* g, IQyGraphPart* part, TQyPaintPass pass);
   void PaintFrame(QPainter* g);

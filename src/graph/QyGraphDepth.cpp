@@ -8,10 +8,10 @@
 #include "QyStyles.h"
 #include <QPainter>
 
-void TQyGraph2D::MeasureDepth() {
+void TQyGraph2D::MeasureDepth(const QList<IQyGraphPart*>& parts) {
   FDepth = TDepth();
   float dx = 0, dy = 0;
-  for (IQyGraphPart* part : Parts())
+  for (IQyGraphPart* part : parts)
     if (PartShown(part) && part->GraphDepth(dx, dy)) {
       FDepth.Has = true;
       break;

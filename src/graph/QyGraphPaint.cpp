@@ -55,20 +55,21 @@ void TQyGraph2D::PaintPicture(QPainter* g) {
     if (!stale || Updating()) break;
     Calculate();
   }
-  MeasureDepth();
+  const QList<IQyGraphPart*> parts = Parts(); // one list for the whole picture
+  MeasureDepth(parts);
   g->save();
   for (int pass = int(TQyPaintPass::Background); pass <= int(TQyPaintPass::Overlays); ++pass)
-    PaintPass(g, TQyPaintPass(pass));
+    PaintPass(g, TQyPaintPass(pass), parts);
   g->restore();
 }
 
 // One pass: the graph's own share, then every part that paints in it, in part order.
-void TQyGraph2D::PaintPass(QPainter* g, TQyPaintPass pass) {
+void TQyGraph2D::PaintPass(QPainter* g, TQyPaintPass pass, const QList<IQyGraphPart*>& parts) {
   const bool clipped = pass == TQyPaintPass::SeriesLines || pass == TQyPaintPass::SeriesSymbols;
   if (clipped) SetDataClip(g);
   if (pass == TQyPaintPass::SeriesLines) SetHighQuality(g, true);
   PaintOwnShare(g, pass);
-  for (IQyGraphPart* part : Parts())
+  for (IQyGraphPart* part : parts)
     if (QyPaintsIn(part->PaintPasses(), pass) && PartShown(part)) PaintPart(g, part, pass);
   if (clipped) g->setClipping(false);
   if (pass == TQyPaintPass::Axes) SetHighQuality(g, true);

@@ -65,16 +65,21 @@ QVariant FromText(TQyFieldType type, const QString& text) {
 
 QObject* Nested(const QObject* o, const TQyRecordEntry& e) { return QyGetField(o, e).value<QObject*>(); }
 
+// A nested object's record inside its element; an inline one in a stream has no blocks of its own.
+template <class Walk>
+void InNested(const QObject* o, const TQyRecordEntry& e, TQyDocumentMedium& m, const QString& key, Walk walk) {
+  if (QObject* nested = Nested(o, e); nested && m.EnterObject(key)) {
+    walk(nested, e.Type == TQyFieldType::Inline && m.Kind() == TKind::Stream);
+    m.Leave();
+  }
+}
+
 void WriteEntry(const QObject* o, const TQyRecordEntry& e, TQyDocumentMedium& m) {
   const QString key = KeyFor(e, m.Kind());
   switch (e.Type) {
   case TQyFieldType::Object:
   case TQyFieldType::Inline:
-    if (QObject* nested = Nested(o, e); nested && m.EnterObject(key)) {
-      QyWriteRecord(nested, m, e.Type == TQyFieldType::Inline && m.Kind() == TKind::Stream);
-      m.Leave();
-    }
-    return;
+    return InNested(o, e, m, key, [&m](QObject* nested, bool inlined) { QyWriteRecord(nested, m, inlined); });
   case TQyFieldType::Custom:
     return e.WriteCustom(o, m);
   case TQyFieldType::Name:
@@ -99,11 +104,7 @@ void ReadEntry(QObject* o, const TQyRecordEntry& e, TQyDocumentMedium& m) {
   switch (e.Type) {
   case TQyFieldType::Object:
   case TQyFieldType::Inline:
-    if (QObject* nested = Nested(o, e); nested && m.EnterObject(key)) {
-      QyReadRecord(nested, m, e.Type == TQyFieldType::Inline && m.Kind() == TKind::Stream);
-      m.Leave();
-    }
-    return;
+    return InNested(o, e, m, key, [&m](QObject* nested, bool inlined) { QyReadRecord(nested, m, inlined); });
   case TQyFieldType::Custom:
     return e.ReadCustom(o, m);
   default:
