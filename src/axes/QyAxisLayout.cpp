@@ -212,9 +212,9 @@ void TQyAxisLayout::Overhangs(TQyAxis* a, float& atStart, float& atStop) const {
       atStop = std::max(atStop, s->ExtraSpaceAt(stopSide));
     }
   }
-  if (a->FArrowPoint->GetVisible())
-    (a->ArrowAtStop() ? atStop : atStart) = std::max(a->ArrowAtStop() ? atStop : atStart,
-                                                      3 * a->FArrowPoint->GetPointLength());
+  // The arrow points the way the values grow: it always stands at the stop end (at the left or
+  // bottom of a twisted axis).
+  if (a->FArrowPoint->GetVisible()) atStop = std::max(atStop, 3 * a->FArrowPoint->GetPointLength());
   atStart = Ceil(atStart);
   atStop = Ceil(atStop);
 }
@@ -354,7 +354,8 @@ float TQyAxis::CaptionExtentAcross() const {
   return upright ? FCaptionObject->Height() : FCaptionObject->Width();
 }
 
+// The caption's colour stands for the font's colour; runs with a colour of their own keep it.
 void TQyAxis::ParseCaption() {
-  FCaptionObject->Font()->SetFillColor(FCaptionColor);
+  FCaptionObject->FillColorOverride = FCaptionColor;
   FCaptionObject->ParseForSize(nullptr, this);
 }
