@@ -110,16 +110,16 @@ struct DtRow {
 constexpr double Ms = 1.0 / 86400000, Sec = 1.0 / 86400, Min = 1.0 / 1440, Hr = 1.0 / 24;
 constexpr double MonthDays = 365.2425 / 12, YearDays = 365.2425;
 using R = TQyDtRegion;
-// Majors of the 50 and 500 ms rows are half the label (25, 250): a label needs a major under it,
-// and majors of 20 and 200 would leave every other label out.
+// Majors of the 50 and 500 ms rows are two fifths of the label (20, 200). A label needs a major
+// under it, so these rows label every 100 and 1000 ms: that is the rule as it stands.
 const DtRow DtRows[] = {
     {Ms, 5, R::MilliSecond, R::MilliSecond, 0, 5, 5, 1},
     {Ms, 10, R::MilliSecond, R::MilliSecond, 0, 10, 5, 1},
     {Ms, 20, R::MilliSecond, R::MilliSecond, 0, 20, 10, 2},
-    {Ms, 50, R::MilliSecond, R::MilliSecond, 0, 50, 25, 5},
+    {Ms, 50, R::MilliSecond, R::MilliSecond, 0, 50, 20, 5},
     {Ms, 100, R::MilliSecond, R::MilliSecond, 0, 100, 50, 10},
     {Ms, 200, R::MilliSecond, R::MilliSecond, 0, 200, 200, 20},
-    {Ms, 500, R::MilliSecond, R::MilliSecond, 0, 500, 250, 50},
+    {Ms, 500, R::MilliSecond, R::MilliSecond, 0, 500, 200, 50},
     {Sec, 1, R::Second, R::MilliSecond, 1, 1000, 500, 100},
     {Sec, 2, R::Second, R::MilliSecond, 1, 2000, 1000, 100},
     {Sec, 5, R::Second, R::MilliSecond, 1, 5000, 2500, 500},

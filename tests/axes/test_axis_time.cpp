@@ -79,6 +79,16 @@ TEST(AxisDateTime, LaddersFromMillisecondsToCenturies) {
     EXPECT_EQ(f.X()->DtParameters().LabelCount, 200);
     for (const QString& l : f.Labels()) EXPECT_EQ(l.toInt() % 200, 0);
   }
+  int fiftyRows = 0; // the 50 and 500 ms rows have majors of two fifths of the label
+  for (double seconds : {0.3, 0.5, 1.0, 3.0, 5.0})
+    for (int width : {300, 600, 1200}) {
+      TimeAxis f(TQyAxisScaling::DateTime, day, day + seconds / 86400, width);
+      const TQyDtParameters& p = f.X()->DtParameters();
+      if (p.LabelRegion != TQyDtRegion::MilliSecond || (p.LabelCount != 50 && p.LabelCount != 500)) continue;
+      ++fiftyRows;
+      EXPECT_EQ(p.MajorCount, p.LabelCount * 2 / 5) << seconds << " s on " << width;
+    }
+  EXPECT_GT(fiftyRows, 0);
   {
     TimeAxis f(TQyAxisScaling::DateTime, day, day); // one minute wider
     EXPECT_NEAR(f.X()->GetStop() - f.X()->GetStart(), 1.0 / 1440, 1e-9);
