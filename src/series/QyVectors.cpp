@@ -11,7 +11,12 @@ TQyCustomDoubleVector::TQyCustomDoubleVector(QObject* owner) : QObject(owner) {
   FValues.resize(FCapacity);
 }
 
-TQyCustomDoubleVector::~TQyCustomDoubleVector() { FDestroying = true; }
+TQyCustomDoubleVector::~TQyCustomDoubleVector() {
+  FDestroying = true;
+  const auto listeners = FRelatedSeries; // a listener leaves the list as it lets go
+  for (const auto& l : listeners)
+    if (l) l->VectorDestroyed(this);
+}
 
 // ---- statistics -------------------------------------------------------------------------------
 

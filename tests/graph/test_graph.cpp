@@ -204,3 +204,77 @@ TEST(Graph, ChangingTheScalingTakesTheRangeAnew) {
   EXPECT_DOUBLE_EQ(f.Y()->GetStart(), start);
   EXPECT_DOUBLE_EQ(f.Y()->GetStop(), stop);
 }
+
+namespace {
+// A chart whose parts are freed one by one: two series on the primary axes, one with X and Y
+// data, one with Y data only (its X is the indexer).
+struct Teardown {
+  enum Part { XAxis, YAxis, XData, YData, Series, Graph, Form, PartCount };
+  QyTestGraph f{240, 160};
+  TQyLineSeries* both = f.AddSeries({0, 1, 2}, {1, 3, 2});
+  TQyLineSeries* yOnly = f.AddSeries({}, {2, 1, 3});
+  std::array<QPointer<QObject>, PartCount> parts{f.X(), f.Y(), both->GetXData(), both->GetYData(),
+                                                 both, f.graph, f.form.get()};
+  Teardown() { yOnly->SetYData(both->GetYData()); } // two series on one vector
+
+  bool Alive(Part p) const { return !parts[p].isNull(); }
+  void Free(Part p) {
+    if (p == Form) f.form.reset();
+    else delete parts[p].data();
+  }
+  // A series is registered exactly while it has both axes on a living graph and a vector.
+  bool Expected(TQySeries* s) const {
+    const bool data = s == both ? Alive(XData) || Alive(YData) : Alive(YData);
+    return Alive(XAxis) && Alive(YAxis) && Alive(Graph) && data;
+  }
+  void Check() const {
+    QList<QPointer<TQySeries>> series{parts[Series].data() ? both : nullptr, Alive(Form) ? yOnly : nullptr};
+    int registered = 0;
+    for (TQySeries* s : series) {
+      if (!s) continue;
+      const bool expected = Expected(s);
+      registered += expected;
+      if (Alive(Graph)) EXPECT_EQ(f.graph->RelatedSeries().contains(s), expected);
+      for (Part a : {XAxis, YAxis})
+        if (Alive(a)) EXPECT_EQ(static_cast<TQyAxis*>(parts[a].data())->Series().contains(s), expected);
+      if (expected) EXPECT_TRUE(s->GetXData() && s->GetYData()); // the indexer stands in
+      for (Part v : {XData, YData})
+        if (Alive(v)) {
+          auto* vector = static_cast<TQyCustomDoubleVector*>(parts[v].data());
+          EXPECT_EQ(vector->RelatedSeries().contains(s), s->GetXData() == vector || s->GetYData() == vector);
+        }
+    }
+    if (Alive(Graph)) {
+      EXPECT_EQ(f.graph->RelatedSeries().size(), registered);
+      QImage image(f.graph->size(), QImage::Format_ARGB32_Premultiplied);
+      QPainter p(&image);
+      f.graph->PaintGr(&p);
+    }
+  }
+};
+} // namespace
+
+// Freeing the parts of a chart in any order leaves no series registered without its axes or
+// data, and no reference to what went: every order of freeing the axes, the vectors, the series
+// and the graph (then the form), and the form first.
+TEST(Lifetime, TeardownInEveryOrder) {
+  using P = Teardown::Part;
+  std::vector<std::vector<P>> orders{{P::Form}};
+  std::vector<P> order{P::XAxis, P::YAxis, P::XData, P::YData, P::Series, P::Graph};
+  do {
+    orders.push_back(order);
+    orders.back().push_back(P::Form);
+  } while (std::next_permutation(order.begin(), order.end()));
+  ASSERT_EQ(orders.size(), 721u);
+  for (const auto& row : orders) {
+    Teardown t;
+    t.Check();
+    QString trace;
+    for (P p : row) {
+      trace += QString::number(int(p));
+      SCOPED_TRACE(trace.toStdString());
+      t.Free(p);
+      t.Check();
+    }
+  }
+}
