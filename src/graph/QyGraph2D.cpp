@@ -202,7 +202,13 @@ void TQyGraph2D::Calculate() {
   CheckCoupled();
   SortLayers();
   FCaptionObject->ParseForSize(nullptr, this);
-  if (FPrimaryXAxis->parentWidget() == this) FPrimaryXAxis->Calculate();
+  if (FPrimaryXAxis->parentWidget() == this) {
+    FPrimaryXAxis->Calculate();
+  } else if (FPrimaryYAxis->parentWidget() == this) {
+    // A child graph: the master lays out the shared X axis first, then this graph its own axes.
+    if (FPrimaryXAxis->NeedsCalc()) FPrimaryXAxis->Calculate();
+    FPrimaryYAxis->Calculate();
+  }
   for (TQySeries* s : FRelatedSeries) s->TestVisibleChanged();
   FNeedsCalculate = false;
 }

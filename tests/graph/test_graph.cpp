@@ -278,3 +278,57 @@ TEST(Lifetime, TeardownInEveryOrder) {
     }
   }
 }
+
+namespace {
+const QColor AreaColor(0xE0, 0xF0, 0xFF), ChildCurve(0, 0, 0xFF);
+
+// The data area as drawn (its fill) and the points of the curve drawn in `curve`.
+std::pair<QRectF, QPolygonF> DrawnAreaAndCurve(TQyGraph2D* g, QColor curve) {
+  QyRecordingDevice dev(g->width(), g->height());
+  {
+    QPainter p(&dev);
+    g->PaintGr(&p);
+  }
+  const auto fills = dev.Select([](const QyPrimitive& p) { return p.kind == QyPrimitive::Rect && p.brush.color() == AreaColor; });
+  const auto lines = dev.Select([&](const QyPrimitive& p) { return p.kind == QyPrimitive::Polyline && p.pen.color() == curve; });
+  return {fills.empty() ? QRectF() : fills[0]->DeviceRect(), lines.empty() ? QPolygonF() : lines[0]->DevicePoints()};
+}
+} // namespace
+
+// A child graph on the master's X axis draws into a data area with the master's left and right
+// edges (the narrowest span either layout allows), whichever graph is drawn first, and its curve
+// reaches from edge to edge; the Y axes keep their distance to the shared left edge.
+TEST(CoupledGraphs, ShareTheLeftAndRightEdgesOfTheirDataAreas) {
+  for (bool masterFirst : {true, false}) {
+    SCOPED_TRACE(masterFirst ? "master first" : "child first");
+    QyTestGraph m(400, 200);
+    m.AddSeries({0, 10}, {0, 1});
+    QyTestGraph::Fix(m.X(), 0, 10);
+    auto* c = new TQyGraph2D(m.form.get());
+    c->setObjectName("Graph2");
+    c->resize(400, 200);
+    c->SetPrimaryXAxis(m.X());
+    c->TestPrimaryAxis();
+    auto* s = new TQyLineSeries(m.form.get());
+    auto* x = new TQyDoubleVector(m.form.get());
+    auto* y = new TQyDoubleVector(m.form.get());
+    x->AddRange(std::vector<double>{0, 10});
+    y->AddRange(std::vector<double>{1e6, 3e6});
+    c->SetDistanceBorderAxisLeft(60); // the child's own left edge lies further right
+    s->SetXData(x), s->SetYData(y), s->SetXAxis(m.X()), s->SetYAxis(c->GetPrimaryYAxis());
+    s->GetLine()->SetColor(0xFF0000FFu);
+    for (TQyGraph2D* g : {m.graph, c}) g->SetDataAreaColor(0xFFE0F0FFu);
+
+    for (TQyGraph2D* g : masterFirst ? QList{m.graph, c} : QList{c, m.graph}) g->RenderToImage(g->size(), false);
+    const auto [childArea, curve] = DrawnAreaAndCurve(c, ChildCurve);
+    const QRectF masterArea = DrawnAreaAndCurve(m.graph, ChildCurve).first;
+    ASSERT_FALSE(childArea.isEmpty());
+    EXPECT_EQ(childArea.left(), masterArea.left());
+    EXPECT_EQ(childArea.width(), masterArea.width());
+    ASSERT_EQ(curve.size(), 2);
+    EXPECT_FLOAT_EQ(curve[0].x(), childArea.left());
+    EXPECT_FLOAT_EQ(curve[1].x(), childArea.left() + childArea.width() - 1);
+    auto gap = [](TQyGraph2D* g) { return g->DataArea().x() - (g->GetPrimaryYAxis()->x() + g->GetPrimaryYAxis()->OriginX()); };
+    EXPECT_FLOAT_EQ(gap(c), gap(m.graph));
+  }
+}
