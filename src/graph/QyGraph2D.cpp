@@ -104,7 +104,11 @@ TQyGraph2D::TQyGraph2D(QWidget* parent) : TQyCustomGraph(parent) {
 
 TQyGraph2D::~TQyGraph2D() {
   FDestroying = true;
-  for (TQySeries* s : QList<TQySeries*>(FRelatedSeries)) s->SetXAxis(nullptr); // each leaves the list
+  // Each series lets go of both axes, and so leaves the list.
+  for (TQySeries* s : QList<TQySeries*>(FRelatedSeries)) {
+    s->SetXAxis(nullptr);
+    s->SetYAxis(nullptr);
+  }
 }
 
 void TQyGraph2D::SetUndoStack(TQyUndoRecorder* stack) {
