@@ -279,6 +279,9 @@ public:
 
   // ---- state read by the graph, series and tests
   float AxisLength() const { return FAxisLength; }
+  // Puts the axis' start end at `origin` (in its own coordinates) with `length` along it, outside
+  // the layout pass (coupled graphs share their data-area edges).
+  void PlaceAlong(float origin, float length);
   float OriginX() const { return FOriginX; }
   float OriginY() const { return FOriginY; }
   double Scale() const { return FScale; }

@@ -40,7 +40,10 @@ private:
   void Finish();
   // The part of the end labels, series margins and arrow that reach past each end of an axis.
   void Overhangs(TQyAxis* a, float& atStart, float& atStop) const;
+public:
   static void SetLength(TQyAxis* a, float length) { a->FAxisLength = std::max(length, MinAxisLength); }
+
+private:
   static float Band(TQyAxis* a);
   bool TakesMargin(TQyAxis* a) const;
 
@@ -320,6 +323,7 @@ void TQyAxisLayout::DataArea() {
   if (!FGraph) return;
   const QRectF area(FM.Left, FM.Top, FWidth - FM.Left - FM.Right + 1, FHeight - FM.Top - FM.Bottom + 1);
   FGraph->SetDataArea(area);
+  const QRectF placed = FGraph->CoupleDataArea(area);
   TQyRichCaptionObject* title = FGraph->CaptionObject();
   title->Y = FGraph->GetCaptionDistanceBefore();
   switch (FGraph->GetCaptionAlignment()) {
@@ -327,7 +331,14 @@ void TQyAxisLayout::DataArea() {
   case TAlignment::RightJustify: title->X = FWidth - FGraph->GetDistanceBorderAxisRight(); title->Alignment = TQyContentAlignment::TopRight; break;
   case TAlignment::Center: title->X = FWidth / 2.0f; title->Alignment = TQyContentAlignment::TopCenter; break;
   }
-  FGraph->DataAreaPlaced(area); // the graph's other parts place themselves
+  FGraph->DataAreaPlaced(placed); // the graph's other parts place themselves
+}
+
+// Coupled graphs: a horizontal axis spans the edges common to the graphs.
+void TQyAxis::PlaceAlong(float origin, float length) {
+  (GetHorizontal() ? FOriginX : FOriginY) = origin;
+  TQyAxisLayout::SetLength(this, length);
+  CalculateTicks();
 }
 
 void TQyAxisLayout::Finish() {
