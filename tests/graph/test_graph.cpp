@@ -234,10 +234,16 @@ struct Teardown {
       if (!s) continue;
       const bool expected = Expected(s);
       registered += expected;
-      if (Alive(Graph)) EXPECT_EQ(f.graph->RelatedSeries().contains(s), expected);
+      if (Alive(Graph)) {
+        EXPECT_EQ(f.graph->RelatedSeries().contains(s), expected);
+      }
       for (Part a : {XAxis, YAxis})
-        if (Alive(a)) EXPECT_EQ(static_cast<TQyAxis*>(parts[a].data())->Series().contains(s), expected);
-      if (expected) EXPECT_TRUE(s->GetXData() && s->GetYData()); // the indexer stands in
+        if (Alive(a)) {
+          EXPECT_EQ(static_cast<TQyAxis*>(parts[a].data())->Series().contains(s), expected);
+        }
+      if (expected) {
+        EXPECT_TRUE(s->GetXData() && s->GetYData()); // the indexer stands in
+      }
       for (Part v : {XData, YData})
         if (Alive(v)) {
           auto* vector = static_cast<TQyCustomDoubleVector*>(parts[v].data());
