@@ -10,6 +10,7 @@ struct QyGalleryPage {
   QString title; // tab title
   std::function<QWidget*()> build;
   QSize size{800, 500};
+  int settleMs = 0; // live pages run this long before they are rendered
 };
 
 std::vector<QyGalleryPage>& QyGalleryPages();

@@ -3,6 +3,8 @@
 #include "QyGallery.h"
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
+#include <QThread>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSvgGenerator>
@@ -50,7 +52,12 @@ int RenderAll(const QString& outDir) {
     w->resize(page.size);
     w->setAttribute(Qt::WA_DontShowOnScreen);
     w->show();
-    QApplication::processEvents();
+    QElapsedTimer running; // live pages run a while first
+    running.start();
+    do {
+      QApplication::processEvents();
+      if (page.settleMs > 0) QThread::msleep(5);
+    } while (running.elapsed() < page.settleMs);
     const QString base = outDir + "/" + page.name;
     if (!w->grab().save(base + ".png")) {
       std::fprintf(stderr, "could not write %s.png\n", qPrintable(base));

@@ -17,16 +17,22 @@ TQyCustomGraph::TQyCustomGraph(QWidget* parent) : QWidget(parent) {
   FBackgroundGradient = new TQyGradientSettings([this] { update(); }, this);
   setAttribute(Qt::WA_OpaquePaintEvent, false);
   resize(600, 400);
+  FPollingThread = std::make_unique<TQyPollingThread>();
   DeferInit(this);
   connect(this, &QObject::objectNameChanged, this, [this] { VariableObjects.Update(); });
 }
 
 TQyCustomGraph::~TQyCustomGraph() {
   FDestroying = true;
+  StopPolling();
   DeRegisterVariables();
 }
 
-void TQyCustomGraph::AfterConstruction() { RegisterVariables(); }
+// Polling starts when the graph is complete, so that no poll meets half a graph.
+void TQyCustomGraph::AfterConstruction() {
+  RegisterVariables();
+  FPollingThread->start();
+}
 
 void TQyCustomGraph::RegisterVariables() {
   RegisterStringVariable(this, "Name", QyText(QyRes::GraphVarName), [this] { return objectName(); });
@@ -100,10 +106,12 @@ TQyGraph2D::TQyGraph2D(QWidget* parent) : TQyCustomGraph(parent) {
     (*g.grid)->SetVisible(false);
     (*g.grid)->SetColor(g.color);
   }
+  FPollingThread->OnPoll = [this](QObject* sender) { SeriesPoll(sender); };
 }
 
 TQyGraph2D::~TQyGraph2D() {
   FDestroying = true;
+  StopPolling();
   // Each series lets go of both axes, and so leaves the list.
   for (TQySeries* s : QList<TQySeries*>(FRelatedSeries)) {
     s->SetXAxis(nullptr);
@@ -165,12 +173,24 @@ void TQyGraph2D::BoundsChanged() {
 // ---- the deferred work ------------------------------------------------------------------------
 
 void TQyGraph2D::TestSeriesAndAxis() {
+  const TQyVectorReadLocks hold = HoldSeriesData();
   for (TQySeries* s : FRelatedSeries)
     if (s->GetAutoUpdate() && s->SeriesVisible()) {
       s->CheckDBVectors();
       s->Calculate();
     }
   for (TQyAxis* a : Axes()) a->GetNewRanges();
+}
+
+void TQyGraph2D::SeriesPoll(QObject*) {
+  if (Updating() || FNeedsCalculate || FRelatedSeries.isEmpty()) return;
+  TestSeriesAndAxis();
+}
+
+TQyVectorReadLocks TQyGraph2D::HoldSeriesData() const {
+  QList<TQyCustomDoubleVector*> vectors;
+  for (TQySeries* s : FRelatedSeries) vectors << s->DataVectors();
+  return TQyVectorReadLocks(std::move(vectors));
 }
 
 TQyAxis* TQyGraph2D::MakePrimaryAxis(const QString& base, const char* caption, TQyAxisPosition position) {
@@ -349,6 +369,7 @@ QList<TQyGraph2D*> TQyGraph2D::ChildGraphs() const {
 }
 
 TQyFindSeriesPointResult TQyGraph2D::FindSeriesPoint(float x, float y) {
+  const TQyVectorReadLocks hold = HoldSeriesData();
   TQyFindSeriesPointResult r;
   for (int k = FRelatedSeries.size() - 1; k >= 0; --k) {
     TQySeries* s = FRelatedSeries[k];

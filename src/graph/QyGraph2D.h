@@ -12,6 +12,7 @@
 #include "QyRegisters.h"
 #include "QyRichLabel.h"
 #include "QyTypes.h"
+#include "QyPollingThread.h"
 #include <QList>
 #include <QPointer>
 #include <QRect>
@@ -42,7 +43,7 @@ struct TQyFindSeriesPointResult {
 };
 
 // The base shared by the XY graph and the pie chart: caption, background, smoothing, update
-// counter and undo link.
+// counter, polling thread and undo link.
 class TQyCustomGraph : public QWidget, public TQyRecording, public TQyDeferredInit, public IQyVariablesUser {
   Q_OBJECT
   QY_RECORDING_SIGNAL(TQyCustomGraph)
@@ -89,12 +90,16 @@ public:
   TQyVariableObjects VariableObjects{this};
   // Sets or clears antialiasing for the configured smoothing mode.
   void SetHighQuality(QPainter* graphics, bool on) const;
+  // Made with the graph, started once the graph is complete, ended first thing on destruction.
+  TQyPollingThread* PollingThread() const { return FPollingThread.get(); }
 
 protected:
   void AfterConstruction() override;
+  void StopPolling() { FPollingThread->Terminate(); }
   void resizeEvent(QResizeEvent* e) override;
 
   std::unique_ptr<TQyRichCaptionObject> FCaptionObject;
+  std::unique_ptr<TQyPollingThread> FPollingThread;
   int FUpdateCount = 0;
   bool FFirstPaint = true;
   bool FCaptionSet = false;
@@ -138,6 +143,10 @@ public:
   void SeriesModified() override;
   void LegendsModified() override;
   void TestSeriesAndAxis();
+  // The poll (on the interface thread): unless updating or a layout is due anyway, the series
+  // look at their vectors and the axes at their ranges. Nothing changed costs a comparison of
+  // counts per series.
+  void SeriesPoll(QObject* sender);
   void TestPrimaryAxis() override;
   void CheckCoupled();
   void SortLayers();
@@ -183,6 +192,9 @@ public:
   TQyFindSeriesPointResult FindSeriesPoint(float x, float y);
   bool MouseInDataArea(QPointF p) const { return FDataArea.contains(p); }
   QList<TQyCustomDoubleVector*> GetVectorsList() const;
+  // Read holds on every vector that the series read, for one poll, picture or pick: another
+  // thread may append meanwhile only between them.
+  TQyVectorReadLocks HoldSeriesData() const;
   void UndoPushSeriesVectors(); // all data vectors as one undo entry (QyGraphUndo.cpp)
 
   // The data area in client pixels; written only by the layout pass.

@@ -45,6 +45,8 @@ void TQyGraph2D::PaintPicture(QPainter* g) {
     FFirstPaint = false;
   }
   if (!FPrimaryXAxis || !FPrimaryYAxis) return;
+  // One state of the data for the whole picture: ranges and points agree.
+  const TQyVectorReadLocks hold = HoldSeriesData();
   // Ranges, then layout, until nothing is stale: a layout can make a range stale again (a series
   // that became visible asks for new ranges), and a picture must never show half of a change.
   // An axis whose settings changed lays out the whole graph before anything is drawn.

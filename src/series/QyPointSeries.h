@@ -52,6 +52,9 @@ public:
   // The pixel coordinate of each bar's end, parallel to Points (NaN where a point has no bar).
   const TQySingleVector& BarEnds(Direction d) const { return FBarEnds[d]; }
 
+  QList<TQyCustomDoubleVector*> DataVectors() const override {
+    return TQyPointSeries::DataVectors() << FDelta[XPlus] << FDelta[XMinus] << FDelta[YPlus] << FDelta[YMinus];
+  }
   void GetExtent(double& minX, double& maxX, double& minY, double& maxY) override;
   void CalculatePoints() override;
   void CheckDBVectors() override;

@@ -226,6 +226,7 @@ void TQySeries::DataExtent(bool x, double& lo, double& hi) const {
 }
 
 double TQySeries::SmallestPositive(bool x, double below) {
+  const TQyVectorReadLocks hold(DataVectors()); // a zoom may ask outside a picture
   TQyCustomDoubleVector* data = x ? FXData : FYData;
   const int n = data ? data->Count() : GetCount();
   double best = 0;

@@ -146,6 +146,8 @@ public:
   TQyValueTransformation XValueTransformation, YValueTransformation;
 
   // ---- data path
+  // Every vector whose values the series reads: its graph holds them while it polls and paints.
+  virtual QList<TQyCustomDoubleVector*> DataVectors() const { return {FXData, FYData}; }
   virtual int GetCount();
   virtual void Calculate();
   // The data extent for the axes: X and Y minimum and maximum in axis numbers.

@@ -213,6 +213,7 @@ void TQyLineSeries::AddBandPoints() {
 
 // The value of the polyline at x, by linear interpolation in the raw data.
 double TQySeries::GetY(double x) {
+  const TQyVectorReadLocks hold(DataVectors()); // captions and markers ask at any time
   const int n = GetCount();
   if (n == 0) return 0;
   if (n == 1) return FYData->GetValue(0);
@@ -265,6 +266,7 @@ TQyNearestPointResult Nearest(TQySeries& s, const TQyPointVector& pts, const TQy
     }
   }
   if (r.Found) {
+    const TQyVectorReadLocks hold(s.DataVectors());
     r.X = s.TransformX(s.GetXData()->GetValue(r.Index), r.Index);
     r.Y = s.IsFunctionSeries() ? s.GetY(r.X) : s.TransformY(s.GetYData()->GetValue(r.Index), r.Index);
     if (s.IsFunctionSeries()) r.Index = -1;

@@ -6,6 +6,82 @@
 #include <algorithm>
 #include <cstring>
 #include <mutex>
+#include <utility>
+#include <vector>
+
+// ---- locks ------------------------------------------------------------------------------------
+
+namespace {
+// The vectors whose lock the current thread holds, and whether exclusively. Short: a thread holds
+// the vectors of one graph at most.
+struct THeld {
+  const TQyCustomDoubleVector* Vector;
+  bool Exclusive;
+};
+thread_local std::vector<THeld> tHeld;
+
+THeld* FindHeld(const TQyCustomDoubleVector* v) {
+  for (THeld& h : tHeld)
+    if (h.Vector == v) return &h;
+  return nullptr;
+}
+
+void Forget(const TQyCustomDoubleVector* v) {
+  std::erase_if(tHeld, [v](const THeld& h) { return h.Vector == v; });
+}
+} // namespace
+
+TQyVectorLock::TQyVectorLock(const TQyCustomDoubleVector* vector, TMode mode) : FVector(vector) {
+  THeld* held = FindHeld(vector);
+  if (mode == TMode::Read) {
+    if (held) return; // any hold of this thread lets it read
+    vector->FLock.lock_shared();
+    tHeld.push_back({vector, false});
+    FTook = TTook::Read;
+  } else if (!held) {
+    vector->FLock.lock();
+    tHeld.push_back({vector, true});
+    FTook = TTook::Write;
+  } else if (!held->Exclusive) {
+    // A shared_mutex cannot be upgraded: give the read hold up for the time of the write.
+    vector->FLock.unlock_shared();
+    vector->FLock.lock();
+    FindHeld(vector)->Exclusive = true;
+    FTook = TTook::WriteOverRead;
+  }
+}
+
+TQyVectorLock& TQyVectorLock::operator=(TQyVectorLock&& other) noexcept {
+  if (this != &other) {
+    Release();
+    FVector = std::exchange(other.FVector, nullptr);
+    FTook = std::exchange(other.FTook, TTook::Nothing);
+  }
+  return *this;
+}
+
+void TQyVectorLock::Release() {
+  switch (std::exchange(FTook, TTook::Nothing)) {
+  case TTook::Nothing: return;
+  case TTook::Read: FVector->FLock.unlock_shared(); Forget(FVector); return;
+  case TTook::Write: FVector->FLock.unlock(); Forget(FVector); return;
+  case TTook::WriteOverRead:
+    FVector->FLock.unlock();
+    FVector->FLock.lock_shared();
+    FindHeld(FVector)->Exclusive = false;
+    return;
+  }
+}
+
+TQyVectorReadLocks::TQyVectorReadLocks(QList<TQyCustomDoubleVector*> vectors) {
+  vectors.removeAll(nullptr);
+  std::sort(vectors.begin(), vectors.end());
+  vectors.erase(std::unique(vectors.begin(), vectors.end()), vectors.end());
+  FLocks.reserve(vectors.size());
+  for (TQyCustomDoubleVector* v : vectors) FLocks.push_back(v->ReadLock());
+}
+
+// ---- TQyCustomDoubleVector --------------------------------------------------------------------
 
 TQyCustomDoubleVector::TQyCustomDoubleVector(QObject* owner) : QObject(owner) {
   FValues.resize(FCapacity);
@@ -21,17 +97,22 @@ TQyCustomDoubleVector::~TQyCustomDoubleVector() {
 // ---- statistics -------------------------------------------------------------------------------
 
 void TQyCustomDoubleVector::CheckMinMax() {
-  if (FCheckedCount >= GetCount()) return;
-  std::unique_lock lock(FLock);
+  if (StatisticsCurrent()) return;
+  auto lock = WriteLock();
   CheckMinMaxLocked();
 }
 
-std::shared_lock<std::shared_mutex> TQyCustomDoubleVector::ReadLock() {
+TQyVectorLock TQyCustomDoubleVector::ReadLock() {
   for (;;) {
     CheckMinMax();
-    std::shared_lock lock(FLock);
-    if (FCheckedCount >= FCount.load(std::memory_order_acquire)) return lock; // own values only
-    // A writer appended between the two steps: try again.
+    TQyVectorLock lock(this, TQyVectorLock::TMode::Read);
+    if (StatisticsCurrent()) return lock;
+    // This thread wrote under its own hold: only it can bring the statistics up to date.
+    if (lock.Nested()) {
+      CheckMinMax();
+      return lock;
+    }
+    // Another thread appended between the two steps: try again.
   }
 }
 
@@ -73,7 +154,7 @@ void TQyCustomDoubleVector::CheckMinMaxLocked() {
 
 #define QY_STAT_GETTER(Type, Name, Field)                                                          \
   Type TQyCustomDoubleVector::Name() {                                                             \
-    CheckMinMax();                                                                                 \
+    auto lock = ReadLock();                                                                        \
     return Field;                                                                                  \
   }
 QY_STAT_GETTER(double, GetMinimum, FMinimum)
@@ -90,6 +171,7 @@ QY_STAT_GETTER(double, GetSumIncludingOutliers, FSumIncludingOutliers)
 #undef QY_STAT_GETTER
 
 void TQyCustomDoubleVector::ResetRanges() {
+  auto lock = WriteLock();
   FCheckedCount = 0;
   FMinimumIdx = FMaximumIdx = FMinimumIdxIncludingOutliers = FMaximumIdxIncludingOutliers = -1;
   FMinimum = FMinimumIncludingOutliers = QyMaxDouble();
@@ -107,6 +189,7 @@ double TQyCustomDoubleVector::GetValue(int i) const {
 }
 
 void TQyCustomDoubleVector::CheckCount(int n) {
+  auto lock = WriteLock();
   if (n >= FCapacity) {
     while (FCapacity < n) FCapacity += FIncrement;
     // The observable capacity grows by Increment; the storage grows geometrically beneath, so
@@ -128,7 +211,7 @@ void TQyCustomDoubleVector::SetValue(int i, double v) {
   if (i < 0) QyRaiseIndexError(i);
   TQyVectorChange change;
   {
-    std::unique_lock lock(FLock);
+    auto lock = WriteLock();
     const int oldCount = FCount.load(std::memory_order_relaxed);
     if (i >= oldCount) {
       // Appending: the statistics take the new tail lazily, the points continue incrementally.
@@ -170,11 +253,14 @@ int TQyCustomDoubleVector::Add(double v) {
 }
 
 int TQyCustomDoubleVector::Insert(int i, double v) {
-  const int n = GetCount();
-  if (i < 0 || i > n) QyRaiseIndexError(i);
-  if (i == n) return Add(v);
   {
-    std::unique_lock lock(FLock);
+    auto lock = WriteLock();
+    const int n = GetCount();
+    if (i < 0 || i > n) QyRaiseIndexError(i);
+    if (i == n) {
+      lock = TQyVectorLock();
+      return Add(v);
+    }
     // The entries move by their place in the outlier list, not by the index they hold: an entry
     // at list place i or later moves up. This is the vector's long-standing rule and stays so.
     for (int k = 0; k < FOutliers.Count(); ++k)
@@ -191,11 +277,11 @@ int TQyCustomDoubleVector::Insert(int i, double v) {
 }
 
 void TQyCustomDoubleVector::Delete(int i, bool deleteLinkedMarkers) {
-  const int n = GetCount();
-  if (i < 0 || i >= n) return;
   bool extreme;
   {
-    std::unique_lock lock(FLock);
+    auto lock = WriteLock();
+    const int n = GetCount();
+    if (i < 0 || i >= n) return;
     const bool outlier = FHasOutliers && IsOutlier(i);
     extreme = i == FMinimumIdxIncludingOutliers || i == FMaximumIdxIncludingOutliers ||
               (!outlier && (i == FMinimumIdx || i == FMaximumIdx));
@@ -223,7 +309,7 @@ void TQyCustomDoubleVector::Delete(int i, bool deleteLinkedMarkers) {
 
 void TQyCustomDoubleVector::Clear(bool clearLinkedMarkers) {
   {
-    std::unique_lock lock(FLock);
+    auto lock = WriteLock();
     FCount.store(0, std::memory_order_release);
     FHasOutliers = false;
     FOutliers.Clear();
@@ -241,38 +327,52 @@ bool TQyCustomDoubleVector::IsOutlier(int i) const {
   return std::find(o, o + FOutliers.Count(), i) != o + FOutliers.Count();
 }
 
+template <class F> void TQyCustomDoubleVector::EditOutliers(F edit) {
+  {
+    auto lock = WriteLock();
+    if (!edit()) return;
+    FHasOutliers = FOutliers.Count() > 0;
+    ResetRanges();
+  }
+  NotifyListeners(TQyVectorChange::Reset);
+}
+
 void TQyCustomDoubleVector::AddOutlier(int i) {
-  if (IsOutlier(i)) return;
-  FHasOutliers = true;
-  FOutliers.Add(i);
-  OutOfRange();
+  EditOutliers([&] {
+    if (IsOutlier(i)) return false;
+    FOutliers.Add(i);
+    return true;
+  });
 }
 
 void TQyCustomDoubleVector::RemoveOutlier(int i) {
-  for (int k = 0; k < FOutliers.Count(); ++k)
-    if (FOutliers[k] == i) FOutliers.Delete(k--);
-  FHasOutliers = FOutliers.Count() > 0;
-  OutOfRange();
+  EditOutliers([&] {
+    for (int k = 0; k < FOutliers.Count(); ++k)
+      if (FOutliers[k] == i) FOutliers.Delete(k--);
+    return true;
+  });
 }
 
 void TQyCustomDoubleVector::SetOutlier(int i, bool on) { on ? AddOutlier(i) : RemoveOutlier(i); }
 
 void TQyCustomDoubleVector::ClearOutlieres() {
-  FOutliers.Clear();
-  FHasOutliers = false;
-  OutOfRange();
+  EditOutliers([&] {
+    FOutliers.Clear();
+    return true;
+  });
 }
 
 // ---- capacity ---------------------------------------------------------------------------------
 
 void TQyCustomDoubleVector::SetCapacity(int n) {
-  std::unique_lock lock(FLock);
+  auto lock = WriteLock();
   if (n <= GetCount() || n == FCapacity) return;
   FCapacity = n;
   if (static_cast<size_t>(n) > FValues.size()) FValues.resize(n);
 }
 
 void TQyCustomDoubleVector::SetIncrement(int n) {
+  auto lock = WriteLock();
   if (n >= 128) FIncrement = n;
 }
 
@@ -297,10 +397,7 @@ QList<QObject*> TQyCustomDoubleVector::RelatedSeries() const {
 }
 
 void TQyCustomDoubleVector::OutOfRange() {
-  {
-    std::unique_lock lock(FLock);
-    ResetRanges();
-  }
+  ResetRanges();
   NotifyListeners(TQyVectorChange::Reset);
 }
 
@@ -389,7 +486,7 @@ TQyDoubleVector::~TQyDoubleVector() { FDestroying = true; }
 
 void TQyDoubleVector::SetValues(std::vector<double> values) {
   {
-    std::unique_lock lock(FLock);
+    auto lock = WriteLock();
     const int n = int(values.size());
     FValues = std::move(values);
     if (FValues.empty()) FValues.resize(1);
@@ -405,7 +502,7 @@ void TQyDoubleVector::SetValues(std::vector<double> values) {
 template <class T> void TQyDoubleVector::AddRangeOf(const T* values, int n) {
   if (n <= 0) return;
   {
-    std::unique_lock lock(FLock);
+    auto lock = WriteLock();
     const int start = GetCount();
     CheckCount(start + n);
     std::copy(values, values + n, FValues.begin() + start);
@@ -497,7 +594,7 @@ void TQyDoubleVector::UpdateDB() {
 
 void TQyDoubleVector::TakeRead(std::vector<double>& values, int count, const std::vector<int>& outliers,
                                int rows) {
-  std::unique_lock lock(FLock);
+  auto lock = WriteLock();
   FValues.swap(values);
   FCapacity = std::max(FCapacity, rows);
   FCount.store(count, std::memory_order_release);

@@ -29,6 +29,40 @@ enum class TQyVectorChange {
   Cleared   // all values went (a Ranges notice follows)
 };
 
+// One thread's hold on the lock of a vector. Holds nest: a thread that already holds the vector
+// takes nothing more, and a thread that reads it and then writes it gives its read hold up for the
+// time of the write. So neither nested readers nor a reader's own writes (a database column read
+// during a picture) can deadlock; what a thread writes under its own read hold is its own doing,
+// as it would be without threads.
+class TQyVectorLock {
+public:
+  enum class TMode { Read, Write };
+  TQyVectorLock() = default;
+  TQyVectorLock(const TQyCustomDoubleVector* vector, TMode mode);
+  TQyVectorLock(TQyVectorLock&& other) noexcept { *this = std::move(other); }
+  TQyVectorLock& operator=(TQyVectorLock&& other) noexcept;
+  ~TQyVectorLock() { Release(); }
+  // True when the thread held the vector before: this hold took nothing.
+  bool Nested() const { return FTook == TTook::Nothing; }
+  void unlock() { Release(); } // ends the hold early
+
+private:
+  enum class TTook { Nothing, Read, Write, WriteOverRead };
+  void Release();
+  const TQyCustomDoubleVector* FVector = nullptr;
+  TTook FTook = TTook::Nothing;
+};
+
+// Read holds on several vectors at once (duplicates and null entries are skipped), taken in
+// address order so that two reading threads cannot wait for each other.
+class TQyVectorReadLocks {
+public:
+  explicit TQyVectorReadLocks(QList<TQyCustomDoubleVector*> vectors);
+
+private:
+  std::vector<TQyVectorLock> FLocks;
+};
+
 // Whatever uses a vector (a series, a chart of its own) hears of its changes through this.
 class IQyVectorListener {
 public:
@@ -63,7 +97,7 @@ public:
   virtual double GetSumIncludingOutliers();
   virtual double GetValue(int i) const;
   virtual void SetValue(int i, double v);
-  virtual bool IsChanged() const { return FCheckedCount < GetCount(); }
+  virtual bool IsChanged() const { return FCheckedCount.load(std::memory_order_acquire) < GetCount(); }
   // Reads the bound database column when it changed (vectors without a binding do nothing).
   virtual void UpdateDB() {}
 
@@ -80,6 +114,8 @@ public:
   }
   std::default_sentinel_t end() const { return {}; }
   // Unchecked access for inner loops of readers that hold ReadLock() and checked the count.
+  // GetValue and Data read without a lock: a reader holds ReadLock() while another thread may
+  // write (the graph holds the vectors of its series while it polls, paints and picks).
   const double* Data() const { return FValues.data(); }
 
   int Add(double v);
@@ -110,7 +146,7 @@ public:
   // exclusively; a reader that walks the values (point calculation, statistics) holds it shared.
   // The statistics are brought up to date first, so that readers holding the lock never need
   // to write them.
-  std::shared_lock<std::shared_mutex> ReadLock();
+  TQyVectorLock ReadLock();
 
   // The whole data for the undo stack: the values and the outlier indices.
   void WriteState(QIODevice& device) override;
@@ -125,11 +161,19 @@ protected:
   void NotifyAtOnce(TQyVectorChange change, int index);
   void StoreValue(int i, double v); // CheckCount + store, no statistics
   void CheckMinMaxLocked();
+  // The statistics cover every stored value (of this vector's own storage).
+  bool StatisticsCurrent() const {
+    return FCheckedCount.load(std::memory_order_acquire) >= FCount.load(std::memory_order_acquire);
+  }
+  TQyVectorLock WriteLock() { return TQyVectorLock(this, TQyVectorLock::TMode::Write); }
+  // Runs `edit` on the outlier list under the lock; when it changed something the statistics
+  // start over.
+  template <class F> void EditOutliers(F edit);
 
   std::atomic<int> FCount{0};
   int FCapacity = 128;
   int FIncrement = 128;
-  int FCheckedCount = 0;
+  std::atomic<int> FCheckedCount{0};
   int FMinimumIdx = -1, FMaximumIdx = -1;
   int FMinimumIdxIncludingOutliers = -1, FMaximumIdxIncludingOutliers = -1;
   double FMinimum = QyMaxDouble(), FMaximum = -QyMaxDouble();
@@ -142,6 +186,7 @@ protected:
   std::vector<double> FValues;
   QList<TQyInterfacePointer<IQyVectorListener>> FRelatedSeries;
   mutable std::shared_mutex FLock;
+  friend class TQyVectorLock;
   std::atomic<int> FPendingChange{-1};
 
 private:
