@@ -253,13 +253,14 @@ void TQyAxis::SetStopEnd(TQyAxisEnd value) {
   });
 }
 
-// A padding once set cannot go back to 0 through the property.
+// A padding once set cannot go back to 0 through the property. It widens the data range, so the
+// range is taken anew.
 void TQyAxis::SetStartPadding(double value) {
-  if (value > 0) QyAssign(this, FStartPadding, value, nullptr, "StartPadding", [this] { Modified(); });
+  if (value > 0) QyAssign(this, FStartPadding, value, nullptr, "StartPadding", [this] { RangeModified(); });
 }
 
 void TQyAxis::SetStopPadding(double value) {
-  if (value > 0) QyAssign(this, FStopPadding, value, nullptr, "StopPadding", [this] { Modified(); });
+  if (value > 0) QyAssign(this, FStopPadding, value, nullptr, "StopPadding", [this] { RangeModified(); });
 }
 
 void TQyAxis::SetMaxForExtraExponent(double value) {

@@ -187,7 +187,8 @@ public:
   void DoInvalidate();
   void RangeModified();
   void GetNewRanges();
-  void RoundEnds(double& start, double& stop);
+  // `padToData`: the ends come from the data hull and take StartPadding and StopPadding.
+  void RoundEnds(double& start, double& stop, bool padToData = false);
   bool GetIsClipped() const;
   void CheckResize();
   void SetStartStop(double start, double stop);
@@ -319,6 +320,10 @@ private:
   void PlaceExtraExponent();
   void PlaceCaption();
   double SmallestPositiveData(double below) const;
+  void RepairEnds(double& start, double& stop);
+  void PadEnds(double& start, double& stop) const;
+  void FindParts(double start, double stop, bool pan);
+  bool RoundToParts(double& start, double& stop) const;
   void ReadZoomStage();
   int LabelExtent() const;
   void PaintTicks(QPainter* g, bool exact);
