@@ -120,8 +120,8 @@ class TQyAxis : public QWidget, public TQyRecording, public IQyGraphPart {
   QY_PROPERTY_CUSTOM(float, RubricsAngle) = 0;
   QY_PROPERTY_CUSTOM(QyAxis::TQyAxisScaling, Scaling) = TQyAxisScaling::Normal;
   QY_PROPERTY_CUSTOM(double, LogToNormalScalingLevel) = 0;
-  QY_PROPERTY(double, MovingSlitWidth, QyRes::AxisMovingSlitWidth, Modified()) = 0;
-  QY_PROPERTY(double, MovingSlitIncrement, QyRes::AxisMovingSlitIncrement, Modified()) = 0;
+  QY_PROPERTY_CUSTOM(double, MovingSlitWidth) = 0;
+  QY_PROPERTY_CUSTOM(double, MovingSlitIncrement) = 0;
   QY_PROPERTY_CUSTOM(QStringList, Rubrics);
   // Rubrics from a column of a data model (no undo: a data binding).
   Q_PROPERTY(QString RubricsField READ GetRubricsField WRITE SetRubricsField)
@@ -151,7 +151,7 @@ class TQyAxis : public QWidget, public TQyRecording, public IQyGraphPart {
   QY_PROPERTY_CUSTOM(QyAxis::TQyAxisEnd, StopEnd) = TQyAxisEnd::AutoRange;
   QY_PROPERTY_CUSTOM(double, StartPadding) = 0;
   QY_PROPERTY_CUSTOM(double, StopPadding) = 0;
-  QY_PROPERTY(QyAxis::TQyAxisEndRounding, EndRounding, QyRes::AxisEndRounding, Modified()) = TQyAxisEndRounding::RndToMajorZoomToMinor;
+  QY_PROPERTY_CUSTOM(QyAxis::TQyAxisEndRounding, EndRounding) = TQyAxisEndRounding::RndToMajorZoomToMinor;
   QY_PROPERTY_CUSTOM(double, MaxForExtraExponent) = 1000.0;
   QY_PROPERTY_CUSTOM(double, MinForExtraExponent) = 0.001;
   QY_PROPERTY(float, DistanceValuesAxis, QyRes::AxisDistanceValuesAxis, Modified()) = 0;
@@ -256,6 +256,9 @@ public:
 
 private:
   void PushEndsUncaptioned(std::initializer_list<const char*> names);
+  template <class T, class Notify>
+  void AssignGroupedWith(T& field, const T& value, const char* caption, const char* name,
+                         std::initializer_list<const char*> others, Notify notify);
 
 public:
   void SetVisible(bool visible);
