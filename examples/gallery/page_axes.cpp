@@ -84,15 +84,19 @@ QWidget* BuildAxes() {
   place(sec);
 
   const double day = 45000.0; // 2023-03-15
-  struct Span { double from, to; const char* title; };
-  for (const Span& s : {Span{day, day + 0.8 / 86400, "Date-time: milliseconds"},
-                        Span{day + 0.4, day + 0.45, "Date-time: an hour"},
-                        Span{day, day + 21, "Date-time: weeks"},
-                        Span{day, day + 700, "Date-time: months"},
-                        Span{-30000, 80000, "Date-time: centuries"}}) {
+  // A date-time axis keeps 120 pixels between labels; on a quarter of the page that leaves room
+  // for three labels, too few for 0.8 seconds or three centuries: those two panels bring their
+  // labels closer (labels every 200 ms and every 100 years).
+  struct Span { double from, to; const char* title; float labelDistance; };
+  for (const Span& s : {Span{day, day + 0.8 / 86400, "Date-time: milliseconds", 0.4f},
+                        Span{day + 0.4, day + 0.45, "Date-time: an hour", 1},
+                        Span{day, day + 21, "Date-time: weeks", 1},
+                        Span{day, day + 700, "Date-time: months", 1},
+                        Span{-30000, 80000, "Date-time: centuries", 0.4f}}) {
     auto* g = MakeGraph(page, s.title);
     Curve(g, s.from, s.to, 60, [&](double x) { return std::sin((x - s.from) / (s.to - s.from) * 6); });
     g->GetPrimaryXAxis()->SetScaling(TQyAxisScaling::DateTime);
+    g->GetPrimaryXAxis()->SetLabelDistanceFactor(s.labelDistance);
     g->GetPrimaryXAxis()->SetCaption("");
     place(g);
   }
@@ -114,8 +118,7 @@ QWidget* BuildAxes() {
   tw->GetPrimaryXAxis()->SetCaption("Hours ago");
   tw->GetPrimaryYAxis()->SetCaption("\u00B0C");
   TQyAxis* f = ExtraAxis(tw, TQyAxisPosition::Right, "\u00B0F");
-  f->SetMasterAxis(tw->GetPrimaryYAxis());
-  f->SetIsSlaveAxis(true);
+  f->SetMasterAxis(tw->GetPrimaryYAxis()); // which makes it a slave
   f->SetSlaveSlope(1.8);
   f->SetSlaveOffset(32);
   place(tw);
@@ -135,7 +138,6 @@ QWidget* BuildAxes() {
   TQyAxis* top = ExtraAxis(many, TQyAxisPosition::Top, "Top");
   TQyAxis* right = ExtraAxis(many, TQyAxisPosition::Right, "Right");
   TQyAxis* left2 = ExtraAxis(many, TQyAxisPosition::Left, "x1000");
-  for (TQyAxis* a : {top, left2, right}) a->SetIsSlaveAxis(true);
   top->SetMasterAxis(many->GetPrimaryXAxis());
   right->SetMasterAxis(many->GetPrimaryYAxis());
   left2->SetMasterAxis(many->GetPrimaryYAxis());

@@ -6,6 +6,7 @@
 #include "QyStyles.h"
 #include <QEvent>
 #include <QResizeEvent>
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -138,6 +139,7 @@ QList<IQyAxisSeries*> TQyAxis::Series() const {
 // ---- setters with more to do ------------------------------------------------------------------
 
 void TQyAxis::SetCaption(QString value) {
+  while (!value.isEmpty() && value.back().isSpace()) value.chop(1); // trimmed at its right end
   QyAssign(this, FCaption, value, QyRes::AxisCaption, "Caption", [this] {
     FCaptionObject->SetCaption(FCaption);
     Modified();
@@ -213,13 +215,14 @@ void TQyAxis::SetMajorThickThicknes(float value) {
            "MajorTickThicknes", [this] { Modified(); });
 }
 
-// A date-time axis holds dates of the calendar only.
-static double InCalendar(TQyAxisScaling scaling, double value) {
-  return scaling == TQyAxisScaling::DateTime ? std::clamp(value, MinDateTime, MaxDateTime) : value;
+// A date-time axis keeps its ends inside the calendar that its labels can show.
+double TQyAxis::ClampEnd(double value) const {
+  if (FScaling != TQyAxisScaling::DateTime) return value;
+  return std::clamp(value, MinDateTime, MaxDateTime);
 }
 
 void TQyAxis::SetStart(double value) {
-  value = InCalendar(FScaling, value);
+  value = ClampEnd(value);
   QyAssign(this, FStart, value, QyRes::AxisStart, "Start", [this] {
     FSetStart = FLastStart = FStart;
     Modified();
@@ -227,7 +230,7 @@ void TQyAxis::SetStart(double value) {
 }
 
 void TQyAxis::SetStop(double value) {
-  value = InCalendar(FScaling, value);
+  value = ClampEnd(value);
   QyAssign(this, FStop, value, QyRes::AxisStop, "Stop", [this] {
     FSetStop = FLastStop = FStop;
     Modified();
@@ -327,9 +330,18 @@ void TQyAxis::SetDistanceToBorder(float value) {
            "DistanceToBorder", [this] { Modified(); });
 }
 
+// A master must be another axis of the same orientation that follows no master itself; taking
+// one makes the axis a slave, letting go (nil) makes it free again. Other masters are refused.
 void TQyAxis::SetMasterAxis(TQyAxis* value) {
-  if (value == this) return; // an axis cannot follow itself
-  QyAssign(this, FMasterAxis, value, QyRes::AxisMasterAxis, "MasterAxis", [this] { Modified(); });
+  if (value && (value == this || value->GetHorizontal() != GetHorizontal() || value->FIsSlaveAxis)) return;
+  QyAssignGrouped(this, FMasterAxis, value, QyRes::AxisMasterAxis, "MasterAxis", [this] {
+    SetIsSlaveAxis(FMasterAxis != nullptr);
+    Modified();
+  });
+}
+
+void TQyAxis::VariablesChanged() {
+  if (!FDestroying) Modified(); // the layout parses the caption again
 }
 
 void TQyAxis::SetAutoSize(bool value) {

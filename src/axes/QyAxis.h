@@ -9,6 +9,7 @@
 #include "QyStyles.h"
 #include "QyPlainVectors.h"
 #include "QyProperty.h"
+#include "QyRegisters.h"
 #include "QyGraphPart.h"
 #include "QyRecordSchema.h"
 #include "QyRichLabel.h"
@@ -103,20 +104,20 @@ struct TQyLinearMap {
 bool LayoutInProgress(const QObject* parent);
 void SetLayoutInProgress(QObject* parent, bool on);
 
-class TQyAxis : public QWidget, public TQyRecording, public IQyGraphPart {
+class TQyAxis : public QWidget, public TQyRecording, public IQyGraphPart, public IQyVariablesUser {
   Q_OBJECT
   Q_INTERFACES(IQyGraphPart)
   QY_RECORDING_SIGNAL(TQyAxis)
   QY_PROPERTY_CUSTOM(QString, Caption);
   QY_PROPERTY(QyTypes::TAlignment, CaptionAlignment, QyRes::AxisCaptionAlignment, Modified()) = TAlignment::Center;
-  QY_PROPERTY(TQyColor, CaptionColor, QyRes::AxisCaptionColor, DoInvalidate()) = 0xFF8B0000u;
+  QY_PROPERTY(TQyColor, CaptionColor, QyRes::AxisCaptionColor, Modified()) = 0xFF8B0000u;
   QY_PROPERTY(float, CaptionDistanceAfter, QyRes::AxisCaptionDistanceAfter, Modified()) = 0;
   QY_PROPERTY(float, CaptionDistanceBefore, QyRes::AxisCaptionDistanceBefore, Modified()) = 0;
   QY_PROPERTY(bool, CaptionVisible, QyRes::AxisCaptionVisible, Modified()) = true;
   QY_PROPERTY(bool, CaptionHorizontalOnVerticalAxis, QyRes::AxisCaptionHorizontal, Modified()) = false;
   QY_PROPERTY(int, ExtraDigits, QyRes::AxisExtraDigits, Modified()) = 0;
   QY_PROPERTY(TQyColor, ForeColor, QyRes::AxisForeColor, DoInvalidate()) = 0xFF000000u;
-  QY_PROPERTY(TQyColor, NumbersColor, QyRes::AxisNumbersColor, DoInvalidate()) = 0xFF00008Bu;
+  QY_PROPERTY(TQyColor, NumbersColor, QyRes::AxisNumbersColor, Modified()) = 0xFF00008Bu;
   QY_PROPERTY_CUSTOM(float, RubricsAngle) = 0;
   QY_PROPERTY_CUSTOM(QyAxis::TQyAxisScaling, Scaling) = TQyAxisScaling::Normal;
   QY_PROPERTY_CUSTOM(double, LogToNormalScalingLevel) = 0;
@@ -256,6 +257,7 @@ public:
 
 private:
   void PushEndsUncaptioned(std::initializer_list<const char*> names);
+  double ClampEnd(double value) const;
   template <class T, class Notify>
   void AssignGroupedWith(T& field, const T& value, const char* caption, const char* name,
                          std::initializer_list<const char*> others, Notify notify);
@@ -276,9 +278,14 @@ public:
   // Reads the rubrics of the bound column when it changed (the layout pass calls it).
   void UpdateDB();
   QString ToString() const;
+  // A value that the caption shows has changed.
+  void VariablesChanged() override;
 
   // ---- state read by the graph, series and tests
   float AxisLength() const { return FAxisLength; }
+  // Puts the axis' start end at `origin` (in its own coordinates) with `length` along it, outside
+  // the layout pass (coupled graphs share their data-area edges).
+  void PlaceAlong(float origin, float length);
   float OriginX() const { return FOriginX; }
   float OriginY() const { return FOriginY; }
   double Scale() const { return FScale; }
@@ -301,7 +308,8 @@ public:
   TQyNotifyEvent OnCalculated;
 
 protected:
-  void paintEvent(QPaintEvent*) override {} // the graph draws its axes
+  // Inside a graph the graph draws its axes; under any other parent the axis draws itself.
+  void paintEvent(QPaintEvent*) override;
   void changeEvent(QEvent* e) override;
 
 private:
@@ -333,7 +341,6 @@ private:
   void PaintAxisLine(QPainter* g, bool exact);
   float LabelExtentAcross() const;
   float CaptionExtentAcross() const;
-  bool ArrowAtStop() const { return !FTwisted; }
   float& CaptionDistance(bool numbersSide);
 
   float FMajorTickThicknes = 1.0f;

@@ -46,6 +46,9 @@ public:
   virtual void TestPrimaryAxis() = 0;
   // The layout pass writes the data area.
   virtual void SetDataArea(const QRectF& area) = 0;
+  // The layout pass has set the data area: a graph coupled to others by a shared X axis lines it
+  // up with theirs and answers the area it takes (a graph without partners keeps `area`).
+  virtual QRectF CoupleDataArea(const QRectF& area) { return area; }
   // Layout, after the title: the graph's other parts (legends) take their margins here.
   virtual void TakeLayoutMargins(TQyLayoutMargins& margins) = 0;
   // Layout, after the data area is set: the graph's other parts place themselves.

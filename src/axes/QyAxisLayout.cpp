@@ -41,7 +41,10 @@ private:
   void Finish();
   // The part of the end labels, series margins and arrow that reach past each end of an axis.
   void Overhangs(TQyAxis* a, float& atStart, float& atStop) const;
+public:
   static void SetLength(TQyAxis* a, float length) { a->FAxisLength = length >= MinAxisLength ? length : MinAxisLength; }
+
+private:
   static float Band(TQyAxis* a);
   bool TakesMargin(TQyAxis* a) const;
 
@@ -213,9 +216,9 @@ void TQyAxisLayout::Overhangs(TQyAxis* a, float& atStart, float& atStop) const {
       atStop = std::max(atStop, s->ExtraSpaceAt(stopSide));
     }
   }
-  if (a->FArrowPoint->GetVisible())
-    (a->ArrowAtStop() ? atStop : atStart) = std::max(a->ArrowAtStop() ? atStop : atStart,
-                                                      3 * a->FArrowPoint->GetPointLength());
+  // The arrow points the way the values grow: it always stands at the stop end (at the left or
+  // bottom of a twisted axis).
+  if (a->FArrowPoint->GetVisible()) atStop = std::max(atStop, 3 * a->FArrowPoint->GetPointLength());
   atStart = CeilI(atStart);
   atStop = CeilI(atStop);
 }
@@ -321,6 +324,7 @@ void TQyAxisLayout::DataArea() {
   if (!FGraph) return;
   const QRectF area(FM.Left, FM.Top, FWidth - FM.Left - FM.Right + 1, FHeight - FM.Top - FM.Bottom + 1);
   FGraph->SetDataArea(area);
+  const QRectF placed = FGraph->CoupleDataArea(area);
   TQyRichCaptionObject* title = FGraph->CaptionObject();
   title->Y = FGraph->GetCaptionDistanceBefore();
   switch (FGraph->GetCaptionAlignment()) {
@@ -328,7 +332,14 @@ void TQyAxisLayout::DataArea() {
   case TAlignment::RightJustify: title->X = FWidth - FGraph->GetDistanceBorderAxisRight(); title->Alignment = TQyContentAlignment::TopRight; break;
   case TAlignment::Center: title->X = FWidth / 2.0f; title->Alignment = TQyContentAlignment::TopCenter; break;
   }
-  FGraph->DataAreaPlaced(area); // the graph's other parts place themselves
+  FGraph->DataAreaPlaced(placed); // the graph's other parts place themselves
+}
+
+// Coupled graphs: a horizontal axis spans the edges common to the graphs.
+void TQyAxis::PlaceAlong(float origin, float length) {
+  (GetHorizontal() ? FOriginX : FOriginY) = origin;
+  TQyAxisLayout::SetLength(this, length);
+  CalculateTicks();
 }
 
 void TQyAxisLayout::Finish() {
@@ -355,7 +366,8 @@ float TQyAxis::CaptionExtentAcross() const {
   return upright ? FCaptionObject->Height() : FCaptionObject->Width();
 }
 
+// The caption's colour stands for the font's colour; runs with a colour of their own keep it.
 void TQyAxis::ParseCaption() {
-  FCaptionObject->Font()->SetFillColor(FCaptionColor);
+  FCaptionObject->FillColorOverride = FCaptionColor;
   FCaptionObject->ParseForSize(nullptr, this);
 }

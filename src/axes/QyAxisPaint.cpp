@@ -26,19 +26,17 @@ void TQyAxis::PaintGr(QPainter* g) {
   PaintTicks(g, exact);
   PaintAxisLine(g, exact);
   if (FNumbersVisible)
-    for (const auto& label : FTickLabels) {
-      label->FillColorOverride = FNumbersColor;
-      label->PaintGr(g);
-    }
-  if (FCaptionVisible && !FCaption.isEmpty()) {
-    FCaptionObject->FillColorOverride = FCaptionColor;
-    FCaptionObject->PaintGr(g);
-  }
-  if (FExtraExponentOn && !FExtraExponentCaption->Caption.isEmpty()) {
-    FExtraExponentCaption->FillColorOverride = FNumbersColor;
-    FExtraExponentCaption->PaintGr(g);
-  }
+    for (const auto& label : FTickLabels) label->PaintGr(g);
+  // Colours of numbers and caption were given to the runs when they were parsed.
+  if (FCaptionVisible && !FCaption.isEmpty()) FCaptionObject->PaintGr(g);
+  if (FExtraExponentOn && !FExtraExponentCaption->Caption.isEmpty()) FExtraExponentCaption->PaintGr(g);
   g->restore();
+}
+
+void TQyAxis::paintEvent(QPaintEvent*) {
+  if (Graph()) return; // the graph draws its axes with its own painter
+  QPainter painter(this);
+  PaintGr(&painter);
 }
 
 // Ticks leave the axis line at its edge, away from the data unless they point to it; all majors

@@ -77,6 +77,7 @@ void TQyAxis::AddLabel(QString text, double value, float pixel) {
   if (OnGetScaleLabel) OnGetScaleLabel(this, value, text);
   auto label = std::make_unique<TQyRichCaptionObject>();
   label->Font()->Assign(*FFont);
+  label->FillColorOverride = FNumbersColor; // before parsing: the runs take their colour then
   label->SetCaption(text);
   label->Alignment = TQyContentAlignment::MiddleCenter;
   label->Angle = FRubricsAngle;
@@ -264,6 +265,7 @@ void TQyAxis::PlaceExtraExponent() {
     e.X = left ? FLabelBaseX - d : FLabelBaseX + d;
     e.Alignment = left ? TQyContentAlignment::MiddleRight : TQyContentAlignment::MiddleLeft;
   }
+  e.FillColorOverride = FNumbersColor;
   e.ParseForSize(nullptr, this);
 }
 

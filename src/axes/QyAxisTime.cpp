@@ -40,6 +40,9 @@ double LadderNext(int ladder, double p) {
 
 double LadderStart(int ladder) { return ladder == 1 || ladder == 2 ? 0.6 : ladder == 3 ? 2.4 : 1.0; }
 
+// Where a ladder starts again a decade finer: ladder 2 begins at 0.6 but goes on from 1.0.
+double LadderRestart(int ladder) { return ladder == 1 ? 0.6 : ladder == 3 ? 2.4 : 1.0; }
+
 // Divisors of the label step that give the major and minor steps, by ladder and final step.
 void LadderDivisors(int ladder, double p, double& major, double& minor) {
   struct Row { double p, major, minor; };
@@ -107,16 +110,16 @@ struct DtRow {
 constexpr double Ms = 1.0 / 86400000, Sec = 1.0 / 86400, Min = 1.0 / 1440, Hr = 1.0 / 24;
 constexpr double MonthDays = 365.2425 / 12, YearDays = 365.2425;
 using R = TQyDtRegion;
-// Majors of the 50 and 500 ms rows are half the label (25, 250): a label needs a major under it,
-// and majors of 20 and 200 would leave every other label out.
+// Majors of the 50 and 500 ms rows are two fifths of the label (20, 200). A label needs a major
+// under it, so these rows label every 100 and 1000 ms: that is the rule as it stands.
 const DtRow DtRows[] = {
     {Ms, 5, R::MilliSecond, R::MilliSecond, 0, 5, 5, 1},
     {Ms, 10, R::MilliSecond, R::MilliSecond, 0, 10, 5, 1},
     {Ms, 20, R::MilliSecond, R::MilliSecond, 0, 20, 10, 2},
-    {Ms, 50, R::MilliSecond, R::MilliSecond, 0, 50, 25, 5},
+    {Ms, 50, R::MilliSecond, R::MilliSecond, 0, 50, 20, 5},
     {Ms, 100, R::MilliSecond, R::MilliSecond, 0, 100, 50, 10},
     {Ms, 200, R::MilliSecond, R::MilliSecond, 0, 200, 200, 20},
-    {Ms, 500, R::MilliSecond, R::MilliSecond, 0, 500, 250, 50},
+    {Ms, 500, R::MilliSecond, R::MilliSecond, 0, 500, 200, 50},
     {Sec, 1, R::Second, R::MilliSecond, 1, 1000, 500, 100},
     {Sec, 2, R::Second, R::MilliSecond, 1, 2000, 1000, 100},
     {Sec, 5, R::Second, R::MilliSecond, 1, 5000, 2500, 500},
@@ -194,7 +197,7 @@ TQySecParameters TQyAxis::GetSecParameters(double start, double stop) {
     const double n = double(Trunc(span / (p * f) + 0.5));
     if (!(n * len + (n - 1) * 70 * FLabelDistanceFactor < extent)) break;
     const double next = LadderNext(c.ladder, p);
-    if (next == 0) p = LadderStart(c.ladder), f /= 10;
+    if (next == 0) p = LadderRestart(c.ladder), f /= 10;
     else p = next;
   }
   double major = 2, minor = 10;
@@ -252,10 +255,8 @@ TQyDtParameters TQyAxis::GetDtParameters(double start, double stop) {
   const DtRow* chosen = &DtRows[std::size(DtRows) - 1];
   for (const DtRow& row : DtRows) {
     if (row.divisor == 0) break;
-    QString sample;
-    if (row.label == R::Year) sample = QString::number(DecodeDateTime(stop).Year);
-    else if (row.formatKey == 5) sample = "February 9999";
-    else sample = MyDateTimeToString(formats[row.formatKey], stop);
+    // The sample is the stop in the row's format, also on year rows whose labels are bare years.
+    const QString sample = row.formatKey == 5 ? QString("February 9999") : MyDateTimeToString(formats[row.formatKey], stop);
     const double len = ApproxLen(stop, sample);
     const double count = span / row.unitDays / row.divisor;
     const double n = double(Trunc(count + 0.5) + 1);
@@ -346,8 +347,9 @@ double RegionDays(TQyDtRegion r) {
 double TQyAxis::MinorIncrement() const {
   switch (FScaling) {
   case TQyAxisScaling::Seconds:
-    // In seconds, the unit of the axis: a part counts regions of 86400, 3600, 60 or 1 s.
-    return ExpMinus(FTickPart, -FSecParameters.Exponent) * RegionSeconds(FSecParameters.Region);
+    // The region factors are those of SecondsRound, applied the other way round: the result is
+    // not in seconds. Kept so, as the increments have always been.
+    return ExpMinus(FTickPart, -FSecParameters.Exponent) / RegionSeconds(FSecParameters.Region);
   case TQyAxisScaling::DateTime: return RegionDays(FDtParameters.TickRegion) * FDtParameters.TickCount;
   default: break;
   }
@@ -357,7 +359,7 @@ double TQyAxis::MinorIncrement() const {
 double TQyAxis::MajorIncrement() const {
   switch (FScaling) {
   case TQyAxisScaling::Seconds:
-    return ExpMinus(FMajorTickPart, -FSecParameters.Exponent) * RegionSeconds(FSecParameters.Region);
+    return ExpMinus(FMajorTickPart, -FSecParameters.Exponent) / RegionSeconds(FSecParameters.Region);
   case TQyAxisScaling::DateTime: {
     // The major count counts tick-region units, except on month rows with daily ticks, where a
     // major is each month's first day.

@@ -3,7 +3,7 @@
 // day number is the time of day counted forward from that day, -1.25 = 1899-12-29 06:00).
 #include <cstdint>
 
-inline constexpr double MinDateTime = -693593.0;               // 0001-01-01 00:00
+inline constexpr double MinDateTime = -657434.0;               // 0100-01-01 00:00
 inline constexpr double MaxDateTime = 2958465.99999999;        // 9999-12-31 23:59:59.999
 
 struct TQyDateParts {

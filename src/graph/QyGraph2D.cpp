@@ -104,7 +104,11 @@ TQyGraph2D::TQyGraph2D(QWidget* parent) : TQyCustomGraph(parent) {
 
 TQyGraph2D::~TQyGraph2D() {
   FDestroying = true;
-  for (TQySeries* s : QList<TQySeries*>(FRelatedSeries)) s->SetXAxis(nullptr); // each leaves the list
+  // Each series lets go of both axes, and so leaves the list.
+  for (TQySeries* s : QList<TQySeries*>(FRelatedSeries)) {
+    s->SetXAxis(nullptr);
+    s->SetYAxis(nullptr);
+  }
 }
 
 void TQyGraph2D::SetUndoStack(TQyUndoRecorder* stack) {
@@ -202,7 +206,13 @@ void TQyGraph2D::Calculate() {
   CheckCoupled();
   SortLayers();
   FCaptionObject->ParseForSize(nullptr, this);
-  if (FPrimaryXAxis->parentWidget() == this) FPrimaryXAxis->Calculate();
+  if (FPrimaryXAxis->parentWidget() == this) {
+    FPrimaryXAxis->Calculate();
+  } else if (FPrimaryYAxis->parentWidget() == this) {
+    // A child graph: the master lays out the shared X axis first, then this graph its own axes.
+    if (FPrimaryXAxis->NeedsCalc()) FPrimaryXAxis->Calculate();
+    FPrimaryYAxis->Calculate();
+  }
   for (TQySeries* s : FRelatedSeries) s->TestVisibleChanged();
   FNeedsCalculate = false;
 }

@@ -188,6 +188,9 @@ public:
   // The data area in client pixels; written only by the layout pass.
   QRectF DataArea() const override { return FDataArea; }
   void SetDataArea(const QRectF& r) override { FDataArea = r; }
+  // Coupled graphs (QyGraphCoupled.cpp): the master and the graphs on its primary X axis share the
+  // left and right edges of their data areas.
+  QRectF CoupleDataArea(const QRectF& area) override;
   bool InDrag() const override { return false; } // zoom and pan drags arrive with the zoom settings
   bool CreatingPrimaryAxes() const { return FCreatingPrimaryAxes; }
 
@@ -232,6 +235,9 @@ private:
   void PaintBackground(QPainter* g);
   void PaintDataArea(QPainter* g);
   void PaintGrid(QPainter* g, TQyAxis* axis, TQyLineSettings* major, TQyLineSettings* minor);
+  TQyGraph2D* CoupledMaster();
+  void AlignCoupledGraphs();
+  void TakeDataEdges(float left, float right);
   TQyAxis* MakePrimaryAxis(const QString& base, const char* caption, TQyAxisPosition position);
 
   QPointer<TQyAxis> FPrimaryXAxis, FPrimaryYAxis;
@@ -245,6 +251,7 @@ private:
   } FDepth;
   QList<QPointer<TQyGraph2D>> FChildGraphs;
   QRectF FDataArea;
+  QRectF FOwnDataArea; // the data area as this graph's own layout made it, before coupling
   bool FNeedsCalculate = true;
   bool FIsMasterGraph = false, FIsChildGraph = false;
   bool FCreatingPrimaryAxes = false;

@@ -34,6 +34,12 @@ void TQyPointWithErrorSeries::SetDelta(Direction d, TQyCustomDoubleVector* v) {
   });
 }
 
+void TQyPointWithErrorSeries::VectorDestroyed(TQyCustomDoubleVector* vector) {
+  for (int d = XPlus; d <= YMinus; ++d)
+    if (FDelta[d] == vector) SetDelta(Direction(d), nullptr);
+  TQyPointSeries::VectorDestroyed(vector);
+}
+
 double TQyPointWithErrorSeries::GetDelta(Direction d, int i) {
   TQyCustomDoubleVector* v = FDelta[d];
   double value = v && i >= 0 && i < v->GetCount() ? v->GetValue(i) : 0.0;

@@ -58,6 +58,7 @@ public:
   bool HasValuesAt(int i) const override;
   bool EveryIndexHasValues() const override;
   bool SeriesVisible() const override;
+  void VectorDestroyed(TQyCustomDoubleVector* vector) override;
   void TestVisibleChanged() override;
   int GetItemHeight() override;
   void DrawIndicators(QPainter* graphics) override;

@@ -242,6 +242,11 @@ void TQySeries::AxisDestroyed(TQyAxis* axis) {
   if (FYAxis == axis) SetYAxis(nullptr);
 }
 
+void TQySeries::VectorDestroyed(TQyCustomDoubleVector* vector) {
+  if (FXData == vector) SetXData(nullptr);
+  if (FYData == vector) SetYData(nullptr);
+}
+
 void TQySeries::VectorChanged(TQyCustomDoubleVector* vector, TQyVectorChange change, int index) {
   switch (change) {
   case TQyVectorChange::Appended: Invalidate(); break; // the points go on where they ended

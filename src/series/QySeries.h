@@ -176,6 +176,8 @@ public:
   void AxisDestroyed(TQyAxis* axis) override;
   // A data vector of the series changed.
   void VectorChanged(TQyCustomDoubleVector* vector, TQyVectorChange change, int index) override;
+  // A freed data vector is cleared through its setter, as if the application had cleared it.
+  void VectorDestroyed(TQyCustomDoubleVector* vector) override;
 
   // ---- picking
   virtual double GetY(double x);

@@ -199,6 +199,7 @@ void TQyLineSeries::AddBandPoints() {
   if (band && band->Graph()) {
     if (band->PointsStale()) band->CalculatePoints();
     if (band->PointCount() > 0) {
+      FArea->SetVisible(true); // a band is drawn as the area between the two series
       for (int k = band->PointCount() - 1; k >= 0; --k) FPoints.SetValue(FTotalPointCount++, band->Points()[k]);
       return;
     }

@@ -11,7 +11,12 @@ TQyCustomDoubleVector::TQyCustomDoubleVector(QObject* owner) : QObject(owner) {
   FValues.resize(FCapacity);
 }
 
-TQyCustomDoubleVector::~TQyCustomDoubleVector() { FDestroying = true; }
+TQyCustomDoubleVector::~TQyCustomDoubleVector() {
+  FDestroying = true;
+  const auto listeners = FRelatedSeries; // a listener leaves the list as it lets go
+  for (const auto& l : listeners)
+    if (l) l->VectorDestroyed(this);
+}
 
 // ---- statistics -------------------------------------------------------------------------------
 
@@ -140,7 +145,10 @@ void TQyCustomDoubleVector::SetValue(int i, double v) {
         } else {
           const bool outlier = FHasOutliers && IsOutlier(i);
           FSumIncludingOutliers += v - old;
-          if (!outlier) {
+          if (outlier) {
+            // An outlier only counts for the extremes that include outliers.
+            if (v < FMinimumIncludingOutliers || v > FMaximumIncludingOutliers) change = TQyVectorChange::Ranges;
+          } else {
             FSum += v - old;
             // A new value beyond an extreme, or out of order, is seen at once.
             if (v < FMinimum || v > FMaximum) change = TQyVectorChange::Ranges;
@@ -167,8 +175,10 @@ int TQyCustomDoubleVector::Insert(int i, double v) {
   if (i == n) return Add(v);
   {
     std::unique_lock lock(FLock);
+    // The entries move by their place in the outlier list, not by the index they hold: an entry
+    // at list place i or later moves up. This is the vector's long-standing rule and stays so.
     for (int k = 0; k < FOutliers.Count(); ++k)
-      if (FOutliers[k] >= i) FOutliers[k] += 1;
+      if (k >= i) FOutliers[k] += 1;
     CheckCount(n + 1);
     std::copy_backward(FValues.begin() + i, FValues.begin() + n, FValues.begin() + n + 1);
     FValues[i] = v;

@@ -35,6 +35,8 @@ public:
   virtual ~IQyVectorListener() = default;
   // On the vector's thread. `index` is the place of Inserted and Deleted, else -1.
   virtual void VectorChanged(TQyCustomDoubleVector* vector, TQyVectorChange change, int index) = 0;
+  // The vector is being destroyed: the listener lets go of it (it may still read its name).
+  virtual void VectorDestroyed(TQyCustomDoubleVector* vector) { (void)vector; }
 };
 
 class TQyCustomDoubleVector : public QObject, public TQyRecording, public IQyStateful {

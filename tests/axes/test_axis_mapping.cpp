@@ -159,7 +159,16 @@ TEST(AxisSetters, RecordCompareAndClamp) {
   EXPECT_EQ(x->GetStartPadding(), 0.1);
   x->SetLabelPart(0.5); // ignored while the parts are automatic
   EXPECT_NE(x->GetLabelPart(), 0.5);
+  x->SetCaption("Time  \t ");
+  EXPECT_EQ(x->GetCaption(), "Time"); // trimmed at the right
+  x->SetStart(-700000); // no calendar limit on a number axis
+  EXPECT_EQ(x->GetStart(), -700000);
   x->SetScaling(TQyAxisScaling::DateTime);
   x->SetAutoTickParts(false); // time scales always choose their parts
   EXPECT_TRUE(x->GetAutoTickParts());
+  // Date-time ends stay within 0100-01-01 and 9999-12-31 23:59:59.999 (python's datetime).
+  x->SetStart(-700000);
+  x->SetStop(3e6);
+  EXPECT_EQ(x->GetStart(), -657434.0);
+  EXPECT_NEAR(x->GetStop(), 2958466.0 - 0.001 / 86400, 1e-8);
 }

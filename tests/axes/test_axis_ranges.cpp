@@ -99,8 +99,18 @@ TEST(AxisRanges, SlaveShowsConvertedMasterRange) {
   f.AddSeries({0, 1}, {-10, 40});
   auto* slave = new TQyAxis(f.graph);
   slave->SetPosition(TQyAxisPosition::Right);
-  slave->SetMasterAxis(f.Y());
-  slave->SetIsSlaveAxis(true);
+  auto* follower = new TQyAxis(f.graph);
+  follower->SetPosition(TQyAxisPosition::Left);
+  follower->SetMasterAxis(f.Y());
+  // Refused: the axis itself, the other orientation, a slave. Taken: a free axis alike; nil
+  // lets go. Taking a master makes the axis a slave.
+  struct Row { TQyAxis* master; TQyAxis* taken; };
+  for (const Row& r : {Row{slave, nullptr}, Row{f.X(), nullptr}, Row{follower, nullptr},
+                       Row{f.Y(), f.Y()}, Row{nullptr, nullptr}, Row{f.Y(), f.Y()}}) {
+    slave->SetMasterAxis(r.master);
+    EXPECT_EQ(slave->GetMasterAxis(), r.taken);
+    EXPECT_EQ(slave->GetIsSlaveAxis(), r.taken != nullptr);
+  }
   slave->SetSlaveSlope(1.8);
   slave->SetSlaveOffset(32);
   f.Render();

@@ -71,10 +71,24 @@ TEST(AxisDateTime, LaddersFromMillisecondsToCenturies) {
     EXPECT_TRUE(f.Labels().contains("Jun 23") || f.Labels().contains("Jul 23")) << f.Labels().join(",").toStdString();
   }
   {
-    TimeAxis f(TQyAxisScaling::DateTime, -36000, 73000); // 1801 .. 2099
+    // 1801 .. 2099 on 550 pixels. Year rows measure the stop in their format "MMM yy" (6 signs
+    // of 12 * 1.6 pixels, 115.2): the 100-year row needs 4 * 0.48 * 115.2 + 3 * 120 = 581 > 550
+    // pixels, so the 200-year row stands (a bare year, 4 signs, would have fitted with 507).
+    TimeAxis f(TQyAxisScaling::DateTime, -36000, 73000, 550);
     EXPECT_EQ(f.X()->DtParameters().LabelRegion, TQyDtRegion::Year);
-    for (const QString& l : f.Labels()) EXPECT_EQ(l.toInt() % f.X()->DtParameters().LabelCount, 0);
+    EXPECT_EQ(f.X()->DtParameters().LabelCount, 200);
+    for (const QString& l : f.Labels()) EXPECT_EQ(l.toInt() % 200, 0);
   }
+  int fiftyRows = 0; // the 50 and 500 ms rows have majors of two fifths of the label
+  for (double seconds : {0.3, 0.5, 1.0, 3.0, 5.0})
+    for (int width : {300, 600, 1200}) {
+      TimeAxis f(TQyAxisScaling::DateTime, day, day + seconds / 86400, width);
+      const TQyDtParameters& p = f.X()->DtParameters();
+      if (p.LabelRegion != TQyDtRegion::MilliSecond || (p.LabelCount != 50 && p.LabelCount != 500)) continue;
+      ++fiftyRows;
+      EXPECT_EQ(p.MajorCount, p.LabelCount * 2 / 5) << seconds << " s on " << width;
+    }
+  EXPECT_GT(fiftyRows, 0);
   {
     TimeAxis f(TQyAxisScaling::DateTime, day, day); // one minute wider
     EXPECT_NEAR(f.X()->GetStop() - f.X()->GetStart(), 1.0 / 1440, 1e-9);
@@ -107,7 +121,29 @@ TEST(AxisSeconds, DurationsLandOnWholeMinutes) {
   EXPECT_EQ(l.front(), "00:00");
   EXPECT_TRUE(l.contains("01:00")) << l.join(",").toStdString();
   EXPECT_TRUE(l.contains("01:30")) << l.join(",").toStdString();
-  TimeAxis h(TQyAxisScaling::Seconds, 0, 86400 * 2, 600);
-  EXPECT_EQ(h.X()->SecParameters().Region, TQyDtRegion::Hour);
-  EXPECT_GT(h.X()->MajorIncrement(), 3599); // in seconds, the unit of the axis
+}
+
+// Region, decade and parts of the seconds ladders (ladder 2 starts at 0.6 but restarts a decade
+// finer at 1.0), and the increments with the region factors as they stand: not in seconds.
+TEST(AxisSeconds, LadderPartsAndIncrements) {
+  struct Row {
+    double start, stop;
+    int extent, region, exponent;
+    double label, major, tick, majorIncrement, minorIncrement;
+  };
+  const Row rows[] = {
+#include "seconds_reference.inc"
+  };
+  for (const Row& r : rows) {
+    TimeAxis f(TQyAxisScaling::Seconds, r.start, r.stop, r.extent);
+    const TQyAxis* x = f.X();
+    const std::string at = std::to_string(r.stop) + " on " + std::to_string(r.extent);
+    EXPECT_EQ(int(x->SecParameters().Region), r.region) << at;
+    EXPECT_EQ(x->SecParameters().Exponent, r.exponent) << at;
+    EXPECT_NEAR(x->GetLabelPart(), r.label, 1e-9) << at;
+    EXPECT_NEAR(x->GetMajorTickPart(), r.major, 1e-9) << at;
+    EXPECT_NEAR(x->GetTickPart(), r.tick, 1e-9) << at;
+    EXPECT_NEAR(x->MajorIncrement(), r.majorIncrement, 1e-9 * r.majorIncrement) << at;
+    EXPECT_NEAR(x->MinorIncrement(), r.minorIncrement, 1e-9 * r.minorIncrement) << at;
+  }
 }

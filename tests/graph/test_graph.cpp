@@ -204,3 +204,131 @@ TEST(Graph, ChangingTheScalingTakesTheRangeAnew) {
   EXPECT_DOUBLE_EQ(f.Y()->GetStart(), start);
   EXPECT_DOUBLE_EQ(f.Y()->GetStop(), stop);
 }
+
+namespace {
+// A chart whose parts are freed one by one: two series on the primary axes, one with X and Y
+// data, one with Y data only (its X is the indexer).
+struct Teardown {
+  enum Part { XAxis, YAxis, XData, YData, Series, Graph, Form, PartCount };
+  QyTestGraph f{240, 160};
+  TQyLineSeries* both = f.AddSeries({0, 1, 2}, {1, 3, 2});
+  TQyLineSeries* yOnly = f.AddSeries({}, {2, 1, 3});
+  std::array<QPointer<QObject>, PartCount> parts{f.X(), f.Y(), both->GetXData(), both->GetYData(),
+                                                 both, f.graph, f.form.get()};
+  Teardown() { yOnly->SetYData(both->GetYData()); } // two series on one vector
+
+  bool Alive(Part p) const { return !parts[p].isNull(); }
+  void Free(Part p) {
+    if (p == Form) f.form.reset();
+    else delete parts[p].data();
+  }
+  // A series is registered exactly while it has both axes on a living graph and a vector.
+  bool Expected(TQySeries* s) const {
+    const bool data = s == both ? Alive(XData) || Alive(YData) : Alive(YData);
+    return Alive(XAxis) && Alive(YAxis) && Alive(Graph) && data;
+  }
+  void Check() const {
+    QList<QPointer<TQySeries>> series{parts[Series].data() ? both : nullptr, Alive(Form) ? yOnly : nullptr};
+    int registered = 0;
+    for (TQySeries* s : series) {
+      if (!s) continue;
+      const bool expected = Expected(s);
+      registered += expected;
+      if (Alive(Graph)) EXPECT_EQ(f.graph->RelatedSeries().contains(s), expected);
+      for (Part a : {XAxis, YAxis})
+        if (Alive(a)) EXPECT_EQ(static_cast<TQyAxis*>(parts[a].data())->Series().contains(s), expected);
+      if (expected) EXPECT_TRUE(s->GetXData() && s->GetYData()); // the indexer stands in
+      for (Part v : {XData, YData})
+        if (Alive(v)) {
+          auto* vector = static_cast<TQyCustomDoubleVector*>(parts[v].data());
+          EXPECT_EQ(vector->RelatedSeries().contains(s), s->GetXData() == vector || s->GetYData() == vector);
+        }
+    }
+    if (Alive(Graph)) {
+      EXPECT_EQ(f.graph->RelatedSeries().size(), registered);
+      QImage image(f.graph->size(), QImage::Format_ARGB32_Premultiplied);
+      QPainter p(&image);
+      f.graph->PaintGr(&p);
+    }
+  }
+};
+} // namespace
+
+// Freeing the parts of a chart in any order leaves no series registered without its axes or
+// data, and no reference to what went: every order of freeing the axes, the vectors, the series
+// and the graph (then the form), and the form first.
+TEST(Lifetime, TeardownInEveryOrder) {
+  using P = Teardown::Part;
+  std::vector<std::vector<P>> orders{{P::Form}};
+  std::vector<P> order{P::XAxis, P::YAxis, P::XData, P::YData, P::Series, P::Graph};
+  do {
+    orders.push_back(order);
+    orders.back().push_back(P::Form);
+  } while (std::next_permutation(order.begin(), order.end()));
+  ASSERT_EQ(orders.size(), 721u);
+  for (const auto& row : orders) {
+    Teardown t;
+    t.Check();
+    QString trace;
+    for (P p : row) {
+      trace += QString::number(int(p));
+      SCOPED_TRACE(trace.toStdString());
+      t.Free(p);
+      t.Check();
+    }
+  }
+}
+
+namespace {
+const QColor AreaColor(0xE0, 0xF0, 0xFF), ChildCurve(0, 0, 0xFF);
+
+// The data area as drawn (its fill) and the points of the curve drawn in `curve`.
+std::pair<QRectF, QPolygonF> DrawnAreaAndCurve(TQyGraph2D* g, QColor curve) {
+  QyRecordingDevice dev(g->width(), g->height());
+  {
+    QPainter p(&dev);
+    g->PaintGr(&p);
+  }
+  const auto fills = dev.Select([](const QyPrimitive& p) { return p.kind == QyPrimitive::Rect && p.brush.color() == AreaColor; });
+  const auto lines = dev.Select([&](const QyPrimitive& p) { return p.kind == QyPrimitive::Polyline && p.pen.color() == curve; });
+  return {fills.empty() ? QRectF() : fills[0]->DeviceRect(), lines.empty() ? QPolygonF() : lines[0]->DevicePoints()};
+}
+} // namespace
+
+// A child graph on the master's X axis draws into a data area with the master's left and right
+// edges (the narrowest span either layout allows), whichever graph is drawn first, and its curve
+// reaches from edge to edge; the Y axes keep their distance to the shared left edge.
+TEST(CoupledGraphs, ShareTheLeftAndRightEdgesOfTheirDataAreas) {
+  for (bool masterFirst : {true, false}) {
+    SCOPED_TRACE(masterFirst ? "master first" : "child first");
+    QyTestGraph m(400, 200);
+    m.AddSeries({0, 10}, {0, 1});
+    QyTestGraph::Fix(m.X(), 0, 10);
+    auto* c = new TQyGraph2D(m.form.get());
+    c->setObjectName("Graph2");
+    c->resize(400, 200);
+    c->SetPrimaryXAxis(m.X());
+    c->TestPrimaryAxis();
+    auto* s = new TQyLineSeries(m.form.get());
+    auto* x = new TQyDoubleVector(m.form.get());
+    auto* y = new TQyDoubleVector(m.form.get());
+    x->AddRange(std::vector<double>{0, 10});
+    y->AddRange(std::vector<double>{1e6, 3e6});
+    c->SetDistanceBorderAxisLeft(60); // the child's own left edge lies further right
+    s->SetXData(x), s->SetYData(y), s->SetXAxis(m.X()), s->SetYAxis(c->GetPrimaryYAxis());
+    s->GetLine()->SetColor(0xFF0000FFu);
+    for (TQyGraph2D* g : {m.graph, c}) g->SetDataAreaColor(0xFFE0F0FFu);
+
+    for (TQyGraph2D* g : masterFirst ? QList{m.graph, c} : QList{c, m.graph}) g->RenderToImage(g->size(), false);
+    const auto [childArea, curve] = DrawnAreaAndCurve(c, ChildCurve);
+    const QRectF masterArea = DrawnAreaAndCurve(m.graph, ChildCurve).first;
+    ASSERT_FALSE(childArea.isEmpty());
+    EXPECT_EQ(childArea.left(), masterArea.left());
+    EXPECT_EQ(childArea.width(), masterArea.width());
+    ASSERT_EQ(curve.size(), 2);
+    EXPECT_FLOAT_EQ(curve[0].x(), childArea.left());
+    EXPECT_FLOAT_EQ(curve[1].x(), childArea.left() + childArea.width() - 1);
+    auto gap = [](TQyGraph2D* g) { return g->DataArea().x() - (g->GetPrimaryYAxis()->x() + g->GetPrimaryYAxis()->OriginX()); };
+    EXPECT_FLOAT_EQ(gap(c), gap(m.graph));
+  }
+}

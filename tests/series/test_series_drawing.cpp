@@ -35,8 +35,10 @@ TEST(SeriesDrawing, AreaAndBandPolygons) {
   for (int i = 0; i < 4; ++i) EXPECT_EQ(poly[i], s->Points()[i]);
   EXPECT_EQ(poly.mid(4), QPolygonF({{f.X()->NumberToWorld(3), base}, {f.X()->NumberToWorld(0), base}}));
 
-  // A band to a lower series: forward along this one, back along the other.
+  // A band to a lower series: forward along this one, back along the other. A band is an area:
+  // it makes the area visible.
   TQyLineSeries* lower = f.AddSeries({0, 1, 2, 3}, {1, 1.5, 0.5, 2}, 0xFF000000);
+  s->GetArea()->SetVisible(false);
   s->SetDrawBandTo(lower);
   f.Paint(dev);
   areas = WithBrush(dev, QyPrimitive::Polygon, Fill);

@@ -89,6 +89,26 @@ TEST(DoubleVector, OutliersLeaveThePlainStatistics) {
   v->Delete(2);
   EXPECT_FALSE(v->HasOutliers());
   EXPECT_EQ(v->GetMaximum(), 4);
+
+  // Insert moves the entries by their place in the outlier list, not by the index they hold:
+  // of the entries (4, 1), an insert at 1 keeps the first (place 0) and moves the second.
+  auto* u = Make({0, 1, 2, 3, 4, 5}, &owner);
+  u->AddOutlier(4), u->AddOutlier(1);
+  u->Insert(1, 9);
+  EXPECT_EQ(std::tuple(u->IsOutlier(4), u->IsOutlier(2), u->IsOutlier(5), u->IsOutlier(1)),
+            std::tuple(true, true, false, false));
+
+  // A changed outlier that passes an extreme including outliers is seen at once; the plain
+  // extremes stay.
+  for (double x : {-5.0, 300.0}) {
+    auto* w = Make({2, 100, 3, 4, 50}, &owner);
+    w->AddOutlier(1), w->AddOutlier(4);
+    ASSERT_EQ(w->GetMaximumIncludingOutliers(), 100);
+    w->SetValue(4, x);
+    EXPECT_EQ(std::pair(w->GetMinimumIncludingOutliers(), w->GetMaximumIncludingOutliers()),
+              std::pair(std::min(2.0, x), std::max(100.0, x)));
+    EXPECT_EQ(std::pair(w->GetMinimum(), w->GetMaximum()), std::pair(2.0, 4.0));
+  }
 }
 
 TEST(DoubleVector, GrowthAndErrorsAsObservable) {

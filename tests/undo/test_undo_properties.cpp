@@ -41,8 +41,9 @@ struct Walk {
   int checked = 0;
   std::set<const QObject*> seen;
 
-  // A value other than `v` for the property, or an invalid variant when there is none to try.
-  QVariant OtherValue(QObject* o, const QMetaProperty& p, const QVariant& v) const {
+  // A value other than `v` for the property, or an invalid variant when there is none to try;
+  // for a reference, the candidate after `skip` others.
+  QVariant OtherValue(QObject* o, const QMetaProperty& p, const QVariant& v, int skip = 0) const {
     if (p.isEnumType() || p.isFlagType()) {
       const QMetaEnum e = p.enumerator();
       int raw = 0;
@@ -56,7 +57,7 @@ struct Walk {
     }
     if (const QMetaObject* type = p.metaType().metaObject()) { // a reference: another object
       for (QObject* c : pool)
-        if (c != o && c != v.value<QObject*>() && c->metaObject()->inherits(type))
+        if (c != o && c != v.value<QObject*>() && c->metaObject()->inherits(type) && skip-- == 0)
           return QVariant(p.metaType(), &c);
       return {};
     }
@@ -89,10 +90,14 @@ struct Walk {
   void Property(QObject* o, const QMetaProperty& p, const QString& where) {
     SCOPED_TRACE(where.toStdString());
     const QVariant before = p.read(o);
-    const QVariant wanted = OtherValue(o, p, before);
+    QVariant wanted = OtherValue(o, p, before);
     if (!wanted.isValid()) return;
     const int entries = stack->UndoList().Count();
     p.write(o, wanted);
+    // A setter may refuse a reference (an axis takes no master of the other orientation): the
+    // next candidate is tried.
+    for (int skip = 1; p.read(o) == before && (wanted = OtherValue(o, p, before, skip)).isValid(); ++skip)
+      p.write(o, wanted);
     const QVariant after = p.read(o);
     ASSERT_NE(after, before) << "the setter kept the old value";
     if (HasNoUndoCaption(where)) {
@@ -127,6 +132,8 @@ TEST(UndoProperties, EveryPublishedPropertyRecordsUndoesAndRedoes) {
   auto* label = new TQyRichLabel(t.form.get());
   auto* thirdAxis = new TQyAxis(t.graph);
   thirdAxis->SetPosition(TQyAxisPosition::Right);
+  auto* topAxis = new TQyAxis(t.graph); // a master of the X axis' orientation
+  topAxis->SetPosition(TQyAxisPosition::Top);
   auto* otherVector = new TQyDoubleVector(t.form.get());
   for (TQyAxis* a : {t.X(), t.Y(), thirdAxis}) a->SetAutoTickParts(false); // else parts are ignored
   TQyUndoStack stack;
@@ -140,7 +147,7 @@ TEST(UndoProperties, EveryPublishedPropertyRecordsUndoesAndRedoes) {
 
   Walk walk;
   walk.stack = &stack;
-  walk.pool = {thirdAxis, x, y, otherVector, line->GetYData(), errors, line};
+  walk.pool = {thirdAxis, x, y, topAxis, otherVector, line->GetYData(), errors, line};
   walk.Object(t.graph, "Graph");
   walk.Object(x, "XAxis");
   walk.Object(y, "YAxis");
