@@ -182,10 +182,13 @@ void TQyAxis::SetPosition(TQyAxisPosition value) {
   QyAssign(this, FPosition, value, QyRes::AxisPosition, "Position", [this] { Modified(); });
 }
 
+// Switching the automatic parts off keeps the parts found last; undo brings back those the user
+// had set before, in the same entry.
 void TQyAxis::SetAutoTickParts(bool value) {
   if (FScaling >= TQyAxisScaling::Seconds) return; // time and rubric scales choose their own parts
-  QyAssign(this, FAutoTickParts, value, QyRes::AxisAutoTickParts, "AutoTickParts",
-           [this] { Modified(); });
+  if (value) QyAssign(this, FAutoTickParts, value, QyRes::AxisAutoTickParts, "AutoTickParts", [this] { Modified(); });
+  else AssignGroupedWith(FAutoTickParts, value, QyRes::AxisAutoTickParts, "AutoTickParts",
+                         {"LabelPart", "MajorTickPart", "TickPart"}, [this] { Modified(); });
 }
 
 void TQyAxis::SetLabelDistanceFactor(float value) {
@@ -198,7 +201,7 @@ void TQyAxis::SetLabelDistanceFactor(float value) {
 // "no partition given" (and which undo must be able to write back).
 #define QY_AXIS_PART_SETTER(Name)                                                                  \
   void TQyAxis::Set##Name(double value) {                                                          \
-    if (FAutoTickParts) return;                                                                    \
+    if (FAutoTickParts || !std::isfinite(value)) return; /* no partition of that width */        \
     value = std::fabs(value);                                                                      \
     QyAssign(this, F##Name, value, QyRes::Axis##Name, #Name, [this] { Modified(); }); \
   }
@@ -234,43 +237,63 @@ void TQyAxis::SetStop(double value) {
   });
 }
 
-// The ends and their modes change together: one undo entry holds the ends and the modes, so that
-// undoing a switch to automatic ends brings the old ends back.
+// Settings that move the ends (end modes, rounding, the moving slit) change them together: one
+// undo entry holds the setting and the ends, so that undo brings the old ends back too.
 void TQyAxis::PushEndsUncaptioned(std::initializer_list<const char*> names) {
   TQyUndoRecorder* stack = UndoRecorder();
   if (!stack || !stack->IsRecording()) return;
   for (const char* name : names) stack->PushProperty(this, QString(), name);
 }
 
+template <class T, class Notify>
+void TQyAxis::AssignGroupedWith(T& field, const T& value, const char* caption, const char* name,
+                                std::initializer_list<const char*> others, Notify notify) {
+  if (QyEqual(field, value)) return;
+  TQyUndoGroup group(UndoRecorder(), caption);
+  PushEndsUncaptioned(others);
+  QyAssign(this, field, value, caption, name, notify);
+}
+
 void TQyAxis::SetStartEnd(TQyAxisEnd value) {
   if (value == TQyAxisEnd::MovingSlit) value = TQyAxisEnd::Fixed; // only the stop end moves
-  if (value == FStartEnd) return;
-  TQyUndoGroup group(UndoRecorder(), QyRes::AxisStartEnd);
-  PushEndsUncaptioned({"Start", "Stop"});
-  QyAssign(this, FStartEnd, value, QyRes::AxisStartEnd, "StartEnd", [this] {
+  AssignGroupedWith(FStartEnd, value, QyRes::AxisStartEnd, "StartEnd", {"Start", "Stop"}, [this] {
     if (FStartEnd == TQyAxisEnd::AutoRange) RangeModified();
     else Modified();
   });
 }
 
 void TQyAxis::SetStopEnd(TQyAxisEnd value) {
-  if (value == FStopEnd) return;
-  TQyUndoGroup group(UndoRecorder(), QyRes::AxisStopEnd);
-  PushEndsUncaptioned({"Start", "Stop", "StartEnd"});
-  QyAssign(this, FStopEnd, value, QyRes::AxisStopEnd, "StopEnd", [this] {
+  AssignGroupedWith(FStopEnd, value, QyRes::AxisStopEnd, "StopEnd", {"Start", "Stop", "StartEnd"}, [this] {
     if (FStopEnd == TQyAxisEnd::MovingSlit) FStartEnd = TQyAxisEnd::Fixed;
     if (FStopEnd == TQyAxisEnd::AutoRange || FStopEnd == TQyAxisEnd::MovingSlit) RangeModified();
     else Modified();
   });
 }
 
-// A padding once set cannot go back to 0 through the property.
+void TQyAxis::SetEndRounding(TQyAxisEndRounding value) {
+  AssignGroupedWith(FEndRounding, value, QyRes::AxisEndRounding, "EndRounding", {"Start", "Stop"},
+                    [this] { Modified(); });
+}
+
+// The window of a moving slit is taken anew from the data.
+void TQyAxis::SetMovingSlitWidth(double value) {
+  AssignGroupedWith(FMovingSlitWidth, value, QyRes::AxisMovingSlitWidth, "MovingSlitWidth", {"Start", "Stop"},
+                    [this] { RangeModified(); });
+}
+
+void TQyAxis::SetMovingSlitIncrement(double value) {
+  AssignGroupedWith(FMovingSlitIncrement, value, QyRes::AxisMovingSlitIncrement, "MovingSlitIncrement",
+                    {"Start", "Stop"}, [this] { RangeModified(); });
+}
+
+// A padding once set cannot go back to 0 through the property. It widens the data range, so the
+// range is taken anew.
 void TQyAxis::SetStartPadding(double value) {
-  if (value > 0) QyAssign(this, FStartPadding, value, nullptr, "StartPadding", [this] { Modified(); });
+  if (value > 0) QyAssign(this, FStartPadding, value, nullptr, "StartPadding", [this] { RangeModified(); });
 }
 
 void TQyAxis::SetStopPadding(double value) {
-  if (value > 0) QyAssign(this, FStopPadding, value, nullptr, "StopPadding", [this] { Modified(); });
+  if (value > 0) QyAssign(this, FStopPadding, value, nullptr, "StopPadding", [this] { RangeModified(); });
 }
 
 void TQyAxis::SetMaxForExtraExponent(double value) {

@@ -121,8 +121,8 @@ class TQyAxis : public QWidget, public TQyRecording, public IQyGraphPart, public
   QY_PROPERTY_CUSTOM(float, RubricsAngle) = 0;
   QY_PROPERTY_CUSTOM(QyAxis::TQyAxisScaling, Scaling) = TQyAxisScaling::Normal;
   QY_PROPERTY_CUSTOM(double, LogToNormalScalingLevel) = 0;
-  QY_PROPERTY(double, MovingSlitWidth, QyRes::AxisMovingSlitWidth, Modified()) = 0;
-  QY_PROPERTY(double, MovingSlitIncrement, QyRes::AxisMovingSlitIncrement, Modified()) = 0;
+  QY_PROPERTY_CUSTOM(double, MovingSlitWidth) = 0;
+  QY_PROPERTY_CUSTOM(double, MovingSlitIncrement) = 0;
   QY_PROPERTY_CUSTOM(QStringList, Rubrics);
   // Rubrics from a column of a data model (no undo: a data binding).
   Q_PROPERTY(QString RubricsField READ GetRubricsField WRITE SetRubricsField)
@@ -152,7 +152,7 @@ class TQyAxis : public QWidget, public TQyRecording, public IQyGraphPart, public
   QY_PROPERTY_CUSTOM(QyAxis::TQyAxisEnd, StopEnd) = TQyAxisEnd::AutoRange;
   QY_PROPERTY_CUSTOM(double, StartPadding) = 0;
   QY_PROPERTY_CUSTOM(double, StopPadding) = 0;
-  QY_PROPERTY(QyAxis::TQyAxisEndRounding, EndRounding, QyRes::AxisEndRounding, Modified()) = TQyAxisEndRounding::RndToMajorZoomToMinor;
+  QY_PROPERTY_CUSTOM(QyAxis::TQyAxisEndRounding, EndRounding) = TQyAxisEndRounding::RndToMajorZoomToMinor;
   QY_PROPERTY_CUSTOM(double, MaxForExtraExponent) = 1000.0;
   QY_PROPERTY_CUSTOM(double, MinForExtraExponent) = 0.001;
   QY_PROPERTY(float, DistanceValuesAxis, QyRes::AxisDistanceValuesAxis, Modified()) = 0;
@@ -188,7 +188,8 @@ public:
   void DoInvalidate();
   void RangeModified();
   void GetNewRanges();
-  void RoundEnds(double& start, double& stop);
+  // `padToData`: the ends come from the data hull and take StartPadding and StopPadding.
+  void RoundEnds(double& start, double& stop, bool padToData = false);
   bool GetIsClipped() const;
   void CheckResize();
   void SetStartStop(double start, double stop);
@@ -257,6 +258,9 @@ public:
 private:
   void PushEndsUncaptioned(std::initializer_list<const char*> names);
   double ClampEnd(double value) const;
+  template <class T, class Notify>
+  void AssignGroupedWith(T& field, const T& value, const char* caption, const char* name,
+                         std::initializer_list<const char*> others, Notify notify);
 
 public:
   void SetVisible(bool visible);
@@ -327,6 +331,10 @@ private:
   void PlaceExtraExponent();
   void PlaceCaption();
   double SmallestPositiveData(double below) const;
+  void RepairEnds(double& start, double& stop);
+  void PadEnds(double& start, double& stop) const;
+  void FindParts(double start, double stop, bool pan);
+  bool RoundToParts(double& start, double& stop) const;
   void ReadZoomStage();
   int LabelExtent() const;
   void PaintTicks(QPainter* g, bool exact);

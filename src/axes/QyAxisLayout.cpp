@@ -1,5 +1,6 @@
 // The layout pass: any axis starts it, and it places every axis of the parent, the margins and the
-// data area of the graph, in one sweep.
+// data area of the graph, in one sweep. Pixel arithmetic saturates (CeilI, RoundI, TruncI): a
+// distance of NaN counts as 0 and a huge one as far outside, whatever the properties hold.
 #include "QyAxis.h"
 #include "QyGraphPart.h"
 #include "QyRounding.h"
@@ -41,7 +42,7 @@ private:
   // The part of the end labels, series margins and arrow that reach past each end of an axis.
   void Overhangs(TQyAxis* a, float& atStart, float& atStop) const;
 public:
-  static void SetLength(TQyAxis* a, float length) { a->FAxisLength = std::max(length, MinAxisLength); }
+  static void SetLength(TQyAxis* a, float length) { a->FAxisLength = length >= MinAxisLength ? length : MinAxisLength; }
 
 private:
   static float Band(TQyAxis* a);
@@ -100,20 +101,20 @@ void TQyAxisLayout::FirstRound() {
 
 void TQyAxisLayout::StartMargins() {
   if (!FGraph) return;
-  FM.Left = Ceil(FGraph->GetDistanceBorderAxisLeft());
-  FM.Right = Ceil(FGraph->GetDistanceBorderAxisRight());
-  FM.Top = Ceil(FGraph->GetDistanceBorderAxisTop());
-  FM.Bottom = Ceil(FGraph->GetDistanceBorderAxisBottom());
+  FM.Left = CeilI(FGraph->GetDistanceBorderAxisLeft());
+  FM.Right = CeilI(FGraph->GetDistanceBorderAxisRight());
+  FM.Top = CeilI(FGraph->GetDistanceBorderAxisTop());
+  FM.Bottom = CeilI(FGraph->GetDistanceBorderAxisBottom());
   TQyRichCaptionObject* title = FGraph->CaptionObject();
   if (FGraph->TitleShown())
-    FM.Top = Ceil(FM.Top + title->Height() + FGraph->GetCaptionDistanceBefore() +
+    FM.Top = CeilI(FM.Top + title->Height() + FGraph->GetCaptionDistanceBefore() +
                   FGraph->GetCaptionDistanceAfter());
   FGraph->TakeLayoutMargins(FM); // the graph's other parts: legends on a side, scroll bars
 }
 
 // The thickness of the band an axis needs across its direction.
 float TQyAxisLayout::Band(TQyAxis* a) {
-  float s = a->GetDistanceToBorder() + a->FMajorTickLength + Ceil(a->FAxisThicknes / 2);
+  float s = a->GetDistanceToBorder() + a->FMajorTickLength + CeilI(a->FAxisThicknes / 2);
   const float labels = a->LabelExtentAcross();
   if (labels > 0) s += a->FDistanceAxisLabels + labels;
   const float caption = a->CaptionExtentAcross();
@@ -142,17 +143,17 @@ void TQyAxisLayout::AxisBands() {
     TQyAxis* a = FAxes[i];
     if (!a->FAutoSize) continue;
     const float s = Band(a);
-    const int band = Ceil(s);
+    const int band = CeilI(s);
     const bool horizontal = a->GetHorizontal();
     QRect geo = a->geometry();
     if (FGraph) geo = horizontal ? QRect(0, geo.y(), FWidth, band) : QRect(geo.x(), 0, band, FHeight);
     else geo.setSize(horizontal ? QSize(geo.width(), band) : QSize(band, geo.height()));
     if (FGraph && a->FVisible && TakesMargin(a)) {
       switch (a->FPosition) {
-      case TQyAxisPosition::Bottom: FM.Bottom += band; geo.moveTop(FHeight - int(FM.Bottom)); FKeepBottom = a; break;
-      case TQyAxisPosition::Left: geo.moveLeft(int(FM.Left)); FM.Left += band; FKeepLeft = a; break;
-      case TQyAxisPosition::Top: geo.moveTop(int(FM.Top)); FM.Top += band; FKeepTop = a; break;
-      case TQyAxisPosition::Right: FM.Right += band; geo.moveLeft(FWidth - int(FM.Right)); FKeepRight = a; break;
+      case TQyAxisPosition::Bottom: FM.Bottom += band; geo.moveTop(FHeight - TruncI(FM.Bottom)); FKeepBottom = a; break;
+      case TQyAxisPosition::Left: geo.moveLeft(TruncI(FM.Left)); FM.Left += band; FKeepLeft = a; break;
+      case TQyAxisPosition::Top: geo.moveTop(TruncI(FM.Top)); FM.Top += band; FKeepTop = a; break;
+      case TQyAxisPosition::Right: FM.Right += band; geo.moveLeft(FWidth - TruncI(FM.Right)); FKeepRight = a; break;
       }
     }
     a->setGeometry(geo);
@@ -163,7 +164,7 @@ void TQyAxisLayout::AxisBands() {
 void TQyAxisLayout::PlaceInControl(TQyAxis* a, float s) {
   float atStart, atStop;
   Overhangs(a, atStart, atStop);
-  const float half = Ceil(a->FAxisThicknes / 2);
+  const float half = CeilI(a->FAxisThicknes / 2);
   if (a->GetHorizontal()) {
     // Along x, the start end lies left unless twisted.
     const float left = a->FTwisted ? atStop : atStart, right = a->FTwisted ? atStart : atStop;
@@ -173,7 +174,7 @@ void TQyAxisLayout::PlaceInControl(TQyAxis* a, float s) {
       a->FOriginY = a->FTicksPointToData ? a->FMajorTickLength : half;
       if (a->FOriginY < 1) a->FOriginY = 0;
     } else {
-      a->FOriginY = a->FTicksPointToData ? a->height() - a->FMajorTickLength : Ceil(a->height() - a->FAxisThicknes / 2);
+      a->FOriginY = a->FTicksPointToData ? a->height() - a->FMajorTickLength : CeilI(a->height() - a->FAxisThicknes / 2);
     }
   } else {
     // Along y, the start end lies at the bottom unless twisted.
@@ -181,7 +182,7 @@ void TQyAxisLayout::PlaceInControl(TQyAxis* a, float s) {
     a->FOriginY = top;
     SetLength(a, a->height() - bottom - top);
     if (a->FPosition == TQyAxisPosition::Left)
-      a->FOriginX = a->FTicksPointToData ? a->width() - a->FMajorTickLength : Ceil(s - a->FAxisThicknes / 2);
+      a->FOriginX = a->FTicksPointToData ? a->width() - a->FMajorTickLength : CeilI(s - a->FAxisThicknes / 2);
     else
       a->FOriginX = a->FTicksPointToData ? a->FMajorTickLength : half;
   }
@@ -218,8 +219,8 @@ void TQyAxisLayout::Overhangs(TQyAxis* a, float& atStart, float& atStop) const {
   // The arrow points the way the values grow: it always stands at the stop end (at the left or
   // bottom of a twisted axis).
   if (a->FArrowPoint->GetVisible()) atStop = std::max(atStop, 3 * a->FArrowPoint->GetPointLength());
-  atStart = Ceil(atStart);
-  atStop = Ceil(atStop);
+  atStart = CeilI(atStart);
+  atStop = CeilI(atStop);
 }
 
 void TQyAxisLayout::CommonMargins() {
@@ -245,7 +246,7 @@ void TQyAxisLayout::CommonMargins() {
   }
   auto side = [](float& margin, float overhang, TQyAxis* keeper, float linePos) {
     if (!keeper) margin += overhang;
-    else if (margin >= overhang) margin = Ceil(linePos + keeper->GetDistanceValuesAxis());
+    else if (margin >= overhang) margin = CeilI(linePos + keeper->GetDistanceValuesAxis());
     else margin = overhang;
   };
   if (FKeepLeft) side(FM.Left, over.Left, FKeepLeft, FKeepLeft->x() + FKeepLeft->FOriginX); else FM.Left += over.Left;
@@ -268,11 +269,11 @@ void TQyAxisLayout::FinalLengths() {
     if (!a->FAutoSize) continue;
     if (a->GetHorizontal()) {
       a->FOriginX = FM.Left;
-      FM.Right = std::max(FM.Right, float(Ceil(a->FMajorTickThicknes / 2)));
+      FM.Right = std::max(FM.Right, float(CeilI(a->FMajorTickThicknes / 2)));
       SetLength(a, FWidth - FM.Left - FM.Right);
     } else {
       a->FOriginY = FM.Top;
-      FM.Top = std::max(FM.Top, float(Ceil(a->FMajorTickThicknes / 2)));
+      FM.Top = std::max(FM.Top, float(CeilI(a->FMajorTickThicknes / 2)));
       SetLength(a, FHeight - FM.Top - FM.Bottom);
     }
     a->CalculateTicks();
@@ -306,13 +307,13 @@ void TQyAxisLayout::ZeroOriginLengths(TQyAxis* x, TQyAxis* y) {
   auto crosses = [](TQyAxis* a) { return !a->FLogActive && a->FStart < 0 && a->FStop > 0; };
   const bool xCross = crosses(x), yCross = crosses(y);
   if (xCross) {
-    y->move(Round(x->NumberToWorld(0) - y->FOriginX), y->y());
+    y->move(RoundI(x->NumberToWorld(0) - y->FOriginX), y->y());
     DropTickAt(y->FTickPositions, y->FMajorFlags, y->FGridFlags, y->FTickLabels, y->NumberToWorld(0), false);
   } else if (!x->FTickLabels.empty()) {
     x->FTickLabels.erase(x->FTickLabels.begin());
   }
   if (yCross) {
-    x->move(x->x(), Round(y->NumberToWorld(0) - x->FOriginY));
+    x->move(x->x(), RoundI(y->NumberToWorld(0) - x->FOriginY));
     DropTickAt(x->FTickPositions, x->FMajorFlags, x->FGridFlags, x->FTickLabels, x->NumberToWorld(0), true);
   } else if (!y->FTickLabels.empty()) {
     y->FTickLabels.erase(y->FTickLabels.begin());

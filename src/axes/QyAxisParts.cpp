@@ -44,7 +44,7 @@ void TQyAxis::GetNormalAxisParts(double start, double stop) {
     FLabelPart = part * factor;
     GetExponentAndDigits(start, stop);
     const float len = std::max(ApproxLen(start, NormalCaption(start)), ApproxLen(stop, NormalCaption(stop)));
-    const double count = double(Trunc(span / (part * factor) + 0.5) + 1);
+    const double count = std::trunc(span / (part * factor) + 0.5) + 1; // a count, kept as a double
     const double need = count * len + (count - 1) * 70 * FLabelDistanceFactor;
     if (!(need < extent)) break;
     if (++index > 2) {
@@ -70,7 +70,7 @@ void TQyAxis::GetLogAxisParts(double start, double stop) {
   };
   const double len = 0.51 * std::max(estimate(start), estimate(stop));
   for (int guard = 0; guard < 10000; ++guard) {
-    const double count = double(Trunc(FRangeExponent / FLabelPart + 0.5) + 1);
+    const double count = std::trunc(FRangeExponent / FLabelPart + 0.5) + 1;
     const double need = count * len + (count - 1) * 30 * FLabelDistanceFactor;
     if (need <= extent) break;
     FLabelPart += 1.0;

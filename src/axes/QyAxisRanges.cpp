@@ -4,6 +4,7 @@
 #include "QyCalendar.h"
 #include "QyMath.h"
 #include "QyRounding.h"
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -67,15 +68,14 @@ void TQyAxis::GetNewRanges() {
     hi = t;
     lo = t - width <= FDataMin ? FSetStart : t - width;
   }
-  RoundEnds(lo, hi);
+  RoundEnds(lo, hi, true);
   // Data that grow inside the rounded ends change nothing on screen but the clip: no layout, and
   // the series' points go on incrementally. This keeps appending to a live series cheap.
   const bool sameEnds = lo == FStart && hi == FStop && !FNeedsCalc;
   FLastStart = FStart = lo;
   FLastStop = FStop = hi;
   if (sameEnds) DoInvalidate();
-  else Modified();
-  FEndsRounded = true; // RoundEnds has just run for these ends
+  else Modified(); // the layout rounds these ends again, to the same ends and parts
   FRangeChanged = false;
 }
 
@@ -89,16 +89,53 @@ double TQyAxis::SmallestPositiveData(double below) const {
   return best < QyMaxDouble ? best : 0;
 }
 
+namespace {
+// The widest ends a range may have: their difference stays a finite double even after each end
+// has been rounded outward by a part, so that the scale and the tick walk stay finite.
+constexpr double WidestEnd = QyMaxDouble / 4;
+// Rounding rounds after new parts: a few rounds settle any range (one or two in practice).
+constexpr int MaxSettleRounds = 4;
+} // namespace
+
 // Repairs impossible ends, decides log or linear mapping, finds the parts, and rounds the ends
-// as EndRounding asks.
-void TQyAxis::RoundEnds(double& start, double& stop) {
+// as EndRounding asks. The parts depend on the ends and rounding moves the ends, so parts and
+// rounding repeat until the ends stay: the result rounds to itself, and a later layout that
+// rounds the ends again (after any change of the axis) shows the same picture.
+void TQyAxis::RoundEnds(double& start, double& stop, bool padToData) {
   // The label-fit search below sizes labels by the font: read it now, since ranging may run
   // before the first layout pass has read it (the first picture would differ from later ones).
   FFontSize = FFont->GetSize();
   FExtraExponentOn = false;
+  RepairEnds(start, stop);
+  const bool pan = InPanDrag();
+  if (padToData && FAutoTickParts && !pan && !FLogActive) PadEnds(start, stop);
+  for (int round = 0; round < MaxSettleRounds; ++round) {
+    FindParts(start, stop, pan);
+    if (pan || !RoundToParts(start, stop)) break;
+  }
+  if (FScaling == TQyAxisScaling::DateTime) start = std::max(start, MinDateTime), stop = std::min(stop, MaxDateTime);
+  if (FLogActive) {
+    FRangeExponent = int(Round(std::log10(stop) - std::log10(start)));
+    if (FLabelPart < FTickPart) FLabelPart = FTickPart;
+    FLogStart = std::log10(start);
+    FLogStop = std::log10(stop);
+    if (FTickPart < 0.1) FTickPart = 0.1;
+    if (FMajorTickPart < 1.0) FMajorTickPart = 1.0;
+    if (FLabelPart < FTickPart) FLabelPart = FTickPart;
+  } else {
+    GetExponentAndDigits(start, stop);
+  }
+}
+
+// Ends that no axis can show become ends it can: finite, ordered, apart, inside the calendar on a
+// date-time axis, positive on a logarithmic one, and not so far apart that their difference
+// overflows. Decides the logarithmic mapping.
+void TQyAxis::RepairEnds(double& start, double& stop) {
   const bool log = IsLog(FScaling), dateTime = FScaling == TQyAxisScaling::DateTime;
   if (!std::isfinite(start) || !std::isfinite(stop)) start = log ? 1 : 0, stop = log ? 10 : 100;
-  if (dateTime) start = std::max(start, MinDateTime), stop = std::min(stop, MaxDateTime);
+  // Both ends into the calendar: an end beyond it on either side has no date to show.
+  if (dateTime) start = std::clamp(start, MinDateTime, MaxDateTime), stop = std::clamp(stop, MinDateTime, MaxDateTime);
+  if (!std::isfinite(stop - start)) start = std::max(start, -WidestEnd), stop = std::min(stop, WidestEnd);
   if (FScaling == TQyAxisScaling::Seconds || FScaling == TQyAxisScaling::Rubrics) {
     if (start < 0) start = 0;
     if (stop < 0) stop = 1.0;
@@ -115,7 +152,7 @@ void TQyAxis::RoundEnds(double& start, double& stop) {
       const double d = stop != 0 ? Exp10(Real10thExponent(start)) : 1.0;
       if (FStartEnd == TQyAxisEnd::AutoRange) start -= d;
       if (FStopEnd == TQyAxisEnd::AutoRange || FStartEnd != TQyAxisEnd::AutoRange) stop += d;
-      if (!std::isfinite(start) || !std::isfinite(stop) || start == stop) start = 0, stop = 100;
+      if (!std::isfinite(stop - start) || start == stop) start = 0, stop = 100;
     }
   }
   FLogActive = false;
@@ -125,62 +162,63 @@ void TQyAxis::RoundEnds(double& start, double& stop) {
       if (start <= 0) start = 0.01;
     }
     if (stop <= 0) stop = 1.0;
-    if (start >= stop) stop = start * 10;
+    if (start >= stop) stop = std::isfinite(start * 10) ? start * 10 : QyMaxDouble, start = std::min(start, stop / 10);
     FLogStart = std::log10(start);
     FLogStop = std::log10(stop);
     FLogActive = FLogToNormalScalingLevel == 0 || FLogStop - FLogStart > FLogToNormalScalingLevel;
   }
-  const bool pan = InPanDrag();
+}
+
+// Room around the data: a fraction of the range beyond each end that follows the data. Ends of
+// other modes hold a value of their own, which would grow with every ranging.
+void TQyAxis::PadEnds(double& start, double& stop) const {
+  const double r = stop - start;
+  const double s = FStartEnd == TQyAxisEnd::AutoRange && FStartPadding > 0 ? start - r * FStartPadding : start;
+  const double e = FStopEnd == TQyAxisEnd::AutoRange && FStopPadding > 0 ? stop + r * FStopPadding : stop;
+  if (std::isfinite(e - s)) start = s, stop = e;
+}
+
+// The label, major and minor parts for the ends (kept while panning, so that labels walk along).
+void TQyAxis::FindParts(double start, double stop, bool pan) {
   if (FAutoTickParts && !pan) {
-    if (FLogActive) {
-      GetLogAxisParts(start, stop);
-    } else {
-      const double r = stop - start;
-      start -= r * FStartPadding;
-      stop += r * FStopPadding;
-      switch (FScaling) {
+    if (FLogActive) GetLogAxisParts(start, stop);
+    else switch (FScaling) {
       case TQyAxisScaling::Seconds: GetSecParameters(start, stop); break;
       case TQyAxisScaling::DateTime: GetDtParameters(start, stop); break;
       case TQyAxisScaling::Rubrics: FLabelPart = FMajorTickPart = FTickPart = 1.0, FRangeExponent = 0; break;
       default: GetNormalAxisParts(start, stop); break;
       }
-    }
   } else if (FLogActive) {
     FRangeExponent = int(Round(std::log10(stop) - std::log10(start)));
   } else if (FScaling != TQyAxisScaling::Seconds && FScaling != TQyAxisScaling::DateTime) {
     FRangeExponent = Real10thExponent(stop - start);
   }
-  if (!pan) {
-    const bool zoomed = GetCanZoomBack();
-    using E = TQyAxisEndRounding;
-    int mode = 0; // 0 none, 1 minor, 2 major
-    switch (FEndRounding) {
-    case E::RndToMajorZoomToMinor: mode = zoomed ? 1 : 2; break;
-    case E::RndToMajorZoomToNothing: mode = zoomed ? 0 : 2; break;
-    case E::RndToMajor: mode = 2; break;
-    case E::RndToMinorZoomToNothing: mode = zoomed ? 0 : 1; break;
-    case E::RndToMinor: mode = 1; break;
-    case E::RndNothing: break;
-    }
-    if (mode > 0) {
-      // An end that would round past the largest double keeps its value; -0 becomes 0.
-      const double s = RoundEnd(start, false, mode == 2) + 0.0, e = RoundEnd(stop, true, mode == 2) + 0.0;
-      if (std::isfinite(s)) start = s;
-      if (std::isfinite(e)) stop = e;
-    }
+}
+
+// Rounds the ends to the parts as EndRounding asks; true when an end moved. An end whose rounding
+// the axis could not show (beyond the largest double, at or below 0 on a logarithmic axis, ends
+// too far apart) keeps its value; -0 becomes 0.
+bool TQyAxis::RoundToParts(double& start, double& stop) const {
+  const bool zoomed = GetCanZoomBack();
+  using E = TQyAxisEndRounding;
+  int mode = 0; // 0 none, 1 minor, 2 major
+  switch (FEndRounding) {
+  case E::RndToMajorZoomToMinor: mode = zoomed ? 1 : 2; break;
+  case E::RndToMajorZoomToNothing: mode = zoomed ? 0 : 2; break;
+  case E::RndToMajor: mode = 2; break;
+  case E::RndToMinorZoomToNothing: mode = zoomed ? 0 : 1; break;
+  case E::RndToMinor: mode = 1; break;
+  case E::RndNothing: break;
   }
-  if (dateTime) start = std::max(start, MinDateTime), stop = std::min(stop, MaxDateTime);
-  if (FLogActive) {
-    FRangeExponent = int(Round(std::log10(stop) - std::log10(start)));
-    if (FLabelPart < FTickPart) FLabelPart = FTickPart;
-    FLogStart = std::log10(start);
-    FLogStop = std::log10(stop);
-    if (FTickPart < 0.1) FTickPart = 0.1;
-    if (FMajorTickPart < 1.0) FMajorTickPart = 1.0;
-    if (FLabelPart < FTickPart) FLabelPart = FTickPart;
-  } else {
-    GetExponentAndDigits(start, stop);
-  }
+  if (mode == 0) return false;
+  auto showable = [this](double v) { return std::isfinite(v) && (!FLogActive || v > 0); };
+  double s = RoundEnd(start, false, mode == 2) + 0.0, e = RoundEnd(stop, true, mode == 2) + 0.0;
+  if (!showable(s)) s = start;
+  if (!showable(e)) e = stop;
+  if (!(s < e) || !std::isfinite(e - s)) return false;
+  const bool moved = s != start || e != stop;
+  start = s, stop = e;
+  return moved;
 }
 
 double TQyAxis::RoundEnd(double value, bool up, bool major) const {

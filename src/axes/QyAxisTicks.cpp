@@ -52,7 +52,7 @@ void TQyAxis::CalculateTicks() {
   if (OnGetTicks) OnGetTicks(this);
   if (!(FAxisLength > 0)) FAxisLength = 100;
   ClearTicks();
-  const long long angle = Round(FRubricsAngle);
+  const int angle = RoundI(FRubricsAngle);
   FOblique = angle != 0 && angle != 90 && angle != 180 && angle != 270;
   FUx = FFontSize * FSinAngle * 0.8f;
   FUy = FFontSize * FCosAngle * 0.8f;
@@ -118,6 +118,7 @@ void TQyAxis::LinearTicks() {
     last = RoundDown(FStop, tick, FRangeExponent);
   }
   const double units = ExpMinus(last - first, FRangeExponent);
+  if (!std::isfinite(units) || !(tick > 0) || !std::isfinite(tick)) return; // no walk the axis can show
   double major = std::max(FMajorTickPart, tick), label = std::max(FLabelPart, tick);
   for (int guard = 0; units / tick > MaxTicks && guard < 400; ++guard) tick *= 10, major *= 10, label *= 10;
   for (int guard = 0; units / label > MaxLabels && guard < 400; ++guard) label *= 10;
@@ -152,6 +153,7 @@ void TQyAxis::LinearTicks() {
 void TQyAxis::LogTicks() {
   const double first = TicksFromRoundedEnds() ? RoundLogUp(FStart, FMajorTickPart, FTickPart) : FStart;
   const double lg = std::log10(first);
+  if (!std::isfinite(lg) || !(FTickPart > 0) || !std::isfinite(FMajorTickPart)) return; // nothing to walk
   double mant = FMajorTickPart > 1.0 ? 0 : lg - std::trunc(lg);
   double decade = std::trunc(lg);
   const double pad = FTickPart <= 0.1001 ? 0.1 : 0;
@@ -163,7 +165,8 @@ void TQyAxis::LogTicks() {
     // first tick is `first` itself, not one step past it.
     mant -= pad;
   }
-  const long long labelEvery = std::max<long long>(1, Round(FLabelPart));
+  // Counts from parts the user may set to anything saturate: a label every 2^30 decades is none.
+  const int labelEvery = std::max(1, RoundI(FLabelPart));
   auto text = [this](double x) {
     return FScaling == TQyAxisScaling::Log ? FloatToStr(x) : "10\\+" + QString::number(Real10thExponent(x));
   };
@@ -180,23 +183,24 @@ void TQyAxis::LogTicks() {
   };
   double x = 0;
   if (FMajorTickPart > 1.001) {
-    const long long stride = std::max<long long>(1, Round(FTickPart));
+    const int stride = std::max(1, RoundI(FTickPart));
     long long k = 0;
     // Start at a multiple of the major part, so that majors (and labels) fall on its multiples
     // even when the start end was only rounded to a multiple of 3 decades; ticks before the start
     // are skipped.
     decade = std::floor(decade / FMajorTickPart) * FMajorTickPart;
+    int steps = 0; // ticks before the start are walked but not kept: bound the walk itself
     do {
       x = Exp10(double(k) + decade);
-      if (x >= FStart * (1 - 1e-9)) add(x, k == 0, k == 0 && Round(std::fabs(decade)) % labelEvery == 0);
+      if (x >= FStart * (1 - 1e-9)) add(x, k == 0, k == 0 && RoundI(std::fabs(decade)) % labelEvery == 0);
       k += stride;
       if (double(k) >= FMajorTickPart) k = 0, decade += FMajorTickPart;
-    } while (x < FStop && FTickPositions.Count() < MaxTicks);
+    } while (x < FStop && FTickPositions.Count() < MaxTicks && ++steps < 2 * MaxTicks);
   } else {
     do {
       x = mant > 0 ? Exp10(decade) * (mant + pad) * 10.0 : Exp10(decade);
-      const bool labelled = (FLabelPart <= 1.0 && Round(mant * 10.0 / FLabelPart) % 10 == 0) ||
-                            (mant == 0 && Round(std::fabs(decade)) % labelEvery == 0);
+      const bool labelled = (FLabelPart <= 1.0 && RoundI(mant * 10.0 / FLabelPart) % 10 == 0) ||
+                            (mant == 0 && RoundI(std::fabs(decade)) % labelEvery == 0);
       add(x, mant == 0, labelled);
       mant += FTickPart;
       if (mant + pad >= 0.99) mant = 0, decade += 1;
@@ -215,7 +219,7 @@ void TQyAxis::RubricsTicks() {
   if (n < 2) return; // one tick gives no interval: nothing is drawn
   const double step = (last - first) / double(n - 1);
   const double eps = 0.004 * step;
-  float shift = float(Round(FLabelPart / FScale * 0.5));
+  float shift = float(RoundI(FLabelPart / FScale * 0.5));
   if (FTwisted) shift = -shift;
   if (!GetHorizontal()) shift = -shift;
   double nextMajor = RoundUp(FStart, FMajorTickPart, 0);
@@ -227,8 +231,8 @@ void TQyAxis::RubricsTicks() {
     if (std::fabs(x - nextMajor) < eps) {
       major = grid = true;
       if (FNumbersVisible && std::fabs(x - nextLabel) < eps) {
-        const long long index = Round(x);
-        if (x < FStop && index >= 0 && index < FRubrics.size()) AddLabel(FRubrics[int(index)], x, p + shift);
+        const int index = RoundI(x); // saturates far beyond any list of rubrics
+        if (x < FStop && index >= 0 && index < FRubrics.size()) AddLabel(FRubrics[index], x, p + shift);
         nextLabel = RoundUp(x + step, FLabelPart, 0);
       }
     }

