@@ -16,7 +16,7 @@ TQyCustomDoubleVector::~TQyCustomDoubleVector() { FDestroying = true; }
 // ---- statistics -------------------------------------------------------------------------------
 
 void TQyCustomDoubleVector::CheckMinMax() {
-  if (FCheckedCount >= GetCount()) return;
+  if (!StatisticsBehind()) return;
   std::unique_lock lock(FLock);
   CheckMinMaxLocked();
 }
@@ -25,7 +25,7 @@ std::shared_lock<std::shared_mutex> TQyCustomDoubleVector::ReadLock() {
   for (;;) {
     CheckMinMax();
     std::shared_lock lock(FLock);
-    if (FCheckedCount >= FCount.load(std::memory_order_acquire)) return lock; // own values only
+    if (!StatisticsBehind()) return lock; // own values only
     // A writer appended between the two steps: try again.
   }
 }
@@ -64,6 +64,7 @@ void TQyCustomDoubleVector::CheckMinMaxLocked() {
     }
   }
   FCheckedCount = n;
+  FIndex.Extend(v, n);
 }
 
 #define QY_STAT_GETTER(Type, Name, Field)                                                          \
@@ -92,6 +93,7 @@ void TQyCustomDoubleVector::ResetRanges() {
   FSum = FSumIncludingOutliers = 0;
   FLastValidIdx = -1;
   FOnlyAscending = true; // recomputed from the first value on
+  FIndex.Truncate(0);
 }
 
 // ---- values -----------------------------------------------------------------------------------
@@ -150,6 +152,7 @@ void TQyCustomDoubleVector::SetValue(int i, double v) {
         }
       }
       FValues[i] = v;
+      FIndex.Changed(FValues.data(), i);
       if (change == TQyVectorChange::Ranges) ResetRanges();
     }
   }
@@ -205,6 +208,7 @@ void TQyCustomDoubleVector::Delete(int i, bool deleteLinkedMarkers) {
                      &FMaximumIdxIncludingOutliers, &FLastValidIdx})
       if (*idx > i) *idx -= 1;
     if (FCheckedCount > i) FCheckedCount -= 1;
+    FIndex.Truncate(i); // the blocks behind i hold other values now
     if (extreme) ResetRanges();
   }
   if (deleteLinkedMarkers) NotifyAtOnce(TQyVectorChange::Deleted, i);

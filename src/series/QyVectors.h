@@ -1,6 +1,7 @@
 #pragma once
 // Data vectors: growing arrays of doubles with lazy incremental statistics, outliers and listeners.
 #include "QyInterfacePointer.h"
+#include "QyMinMaxIndex.h"
 #include "QyPlainVectors.h"
 #include "QyProperty.h"
 #include "QyRecordSchema.h"
@@ -79,6 +80,11 @@ public:
   std::default_sentinel_t end() const { return {}; }
   // Unchecked access for inner loops of readers that hold ReadLock() and checked the count.
   const double* Data() const { return FValues.data(); }
+  // The first index of the lowest and of the highest finite value in [a, b) (-1 when none), in
+  // time proportional to the blocks of the range: for readers that hold ReadLock().
+  void Extremes(int a, int b, int& lowest, int& highest) const {
+    FIndex.Extremes(FValues.data(), a, b, lowest, highest);
+  }
 
   int Add(double v);
   int Insert(int i, double v);
@@ -123,6 +129,10 @@ protected:
   void NotifyAtOnce(TQyVectorChange change, int index);
   void StoreValue(int i, double v); // CheckCount + store, no statistics
   void CheckMinMaxLocked();
+  bool StatisticsBehind() const { // of the own values (a computed vector has none)
+    const int n = FCount.load(std::memory_order_acquire);
+    return FCheckedCount < n || FIndex.Behind(n);
+  }
 
   std::atomic<int> FCount{0};
   int FCapacity = 128;
@@ -138,6 +148,7 @@ protected:
   bool FHasOutliers = false;
   TQyIntegerVector FOutliers;
   std::vector<double> FValues;
+  TQyMinMaxIndex FIndex; // extended with the statistics, under the same lock
   QList<TQyInterfacePointer<IQyVectorListener>> FRelatedSeries;
   mutable std::shared_mutex FLock;
   std::atomic<int> FPendingChange{-1};
