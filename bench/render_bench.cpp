@@ -1,6 +1,7 @@
 // Render benchmark: one graph with one series of N points, rendered into a W x H image.
 //   qy-render-bench N W H AA MODE     (AA 0/1; MODE line or scatter)
 // Prints "name value" lines:
+//   setup_ms               filling the vectors (not part of any rendering figure)
 //   first_render_ms        the first picture (points, ranges and layout from nothing)
 //   rerender_median_ms     median of 10 further pictures of the same data
 //   append1000_render_ms   median of 10 cycles: 1000 values appended, then one picture; after
@@ -48,6 +49,7 @@ int main(int argc, char** argv) {
   const int n = args.N;
   const QSize size(args.W, args.H);
 
+  TQyBenchClock clock;
   TQyGraph2D graph;
   graph.resize(size);
   graph.TestPrimaryAxis();
@@ -68,7 +70,8 @@ int main(int argc, char** argv) {
     s->PointSymbol()->SetSize(5);
   }
 
-  TQyBenchClock clock;
+  clock.Print("setup_ms");
+  clock.Restart();
   QImage image = graph.RenderToImage(size, args.AA);
   clock.Print("first_render_ms");
 

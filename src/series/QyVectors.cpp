@@ -111,12 +111,14 @@ void TQyCustomDoubleVector::CheckCount(int n) {
     if (static_cast<size_t>(FCapacity) > FValues.size())
       FValues.resize(std::max<size_t>(FCapacity, FValues.size() + FValues.size() / 2));
   }
+  FValues.Expose(size_t(n));
   if (n >= FCount.load(std::memory_order_relaxed)) FCount.store(n, std::memory_order_release);
 }
 
 void TQyCustomDoubleVector::StoreValue(int i, double v) {
   if (i < 0) QyRaiseIndexError(i);
   if (static_cast<size_t>(i) >= FValues.size()) CheckCount(i + 1); // grow before storing
+  FValues.Expose(size_t(i) + 1); // a gap before i reads as zeros
   FValues[i] = v;
   if (i >= FCount.load(std::memory_order_relaxed)) CheckCount(i + 1);
 }
@@ -263,7 +265,7 @@ void TQyCustomDoubleVector::SetCapacity(int n) {
   std::unique_lock lock(FLock);
   if (n <= GetCount() || n == FCapacity) return;
   FCapacity = n;
-  if (static_cast<size_t>(n) > FValues.size()) FValues.resize(n);
+  if (static_cast<size_t>(n) > FValues.size()) FValues.resize(size_t(n));
 }
 
 void TQyCustomDoubleVector::SetIncrement(int n) {
@@ -385,8 +387,7 @@ void TQyDoubleVector::SetValues(std::vector<double> values) {
   {
     std::unique_lock lock(FLock);
     const int n = int(values.size());
-    FValues = std::move(values);
-    if (FValues.empty()) FValues.resize(1);
+    FValues.Assign(values, 1);
     FCapacity = std::max(n, 1);
     FCount.store(n, std::memory_order_release);
     FOutliers.Clear();
@@ -492,7 +493,7 @@ void TQyDoubleVector::UpdateDB() {
 void TQyDoubleVector::TakeRead(std::vector<double>& values, int count, const std::vector<int>& outliers,
                                int rows) {
   std::unique_lock lock(FLock);
-  FValues.swap(values);
+  FValues.Assign(values, size_t(count));
   FCapacity = std::max(FCapacity, rows);
   FCount.store(count, std::memory_order_release);
   FOutliers.Clear();

@@ -6,6 +6,7 @@
 #include "QyProperty.h"
 #include "QyRecordSchema.h"
 #include "QyStateful.h"
+#include "QyValueStore.h"
 #include "QyValueList.h"
 #include <QAbstractItemModel>
 #include <QList>
@@ -147,7 +148,7 @@ protected:
   bool FOnlyAscending = true;
   bool FHasOutliers = false;
   TQyIntegerVector FOutliers;
-  std::vector<double> FValues;
+  TQyValueStore FValues;
   TQyMinMaxIndex FIndex; // extended with the statistics, under the same lock
   QList<TQyInterfacePointer<IQyVectorListener>> FRelatedSeries;
   mutable std::shared_mutex FLock;
