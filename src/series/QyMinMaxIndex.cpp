@@ -1,8 +1,43 @@
 #include "QyMinMaxIndex.h"
 #include <algorithm>
 #include <cmath>
+#include <limits>
+
+// Plain loops without early exits, so that the compiler can run them in vector registers.
+__attribute__((optimize("O3"))) TQyRangeStats QyRangeStats(const double* v, int a, int b) {
+  constexpr double Inf = std::numeric_limits<double>::infinity();
+  double lo[4] = {Inf, Inf, Inf, Inf}, hi[4] = {-Inf, -Inf, -Inf, -Inf};
+  int i = a;
+  for (; i + 4 <= b; i += 4)
+    for (int k = 0; k < 4; ++k) {
+      const double x = v[i + k];
+      lo[k] = x < lo[k] ? x : lo[k];
+      hi[k] = x > hi[k] ? x : hi[k];
+    }
+  for (; i < b; ++i) {
+    lo[0] = v[i] < lo[0] ? v[i] : lo[0];
+    hi[0] = v[i] > hi[0] ? v[i] : hi[0];
+  }
+  int up = 1, finite = 1;
+  for (int j = a + 1; j < b; ++j) up &= v[j] > v[j - 1];
+  for (int j = a; j < b; ++j) finite &= v[j] - v[j] == 0; // NaN for NaN and infinities
+  TQyRangeStats r{lo[0], hi[0], up != 0, finite != 0};
+  for (int k = 1; k < 4; ++k) {
+    r.Low = lo[k] < r.Low ? lo[k] : r.Low;
+    r.High = hi[k] > r.High ? hi[k] : r.High;
+  }
+  return r;
+}
+
+int QyFirstEqual(const double* v, int a, int b, double x) {
+  while (a < b && !(v[a] == x)) ++a;
+  return a;
+}
 
 TQyMinMaxIndex::Block TQyMinMaxIndex::Scan(const double* v, int a, int b) {
+  if (a >= b) return {0, 0, -1, -1};
+  const TQyRangeStats s = QyRangeStats(v, a, b);
+  if (s.Finite) return {s.Low, s.High, QyFirstEqual(v, a, b, s.Low), QyFirstEqual(v, a, b, s.High)};
   Block r{0, 0, -1, -1};
   for (int i = a; i < b; ++i) {
     const double x = v[i];

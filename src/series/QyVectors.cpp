@@ -34,14 +34,17 @@ void TQyCustomDoubleVector::CheckMinMaxLocked() {
   const int n = FCount.load(std::memory_order_acquire);
   const double* v = FValues.data();
   if (!FHasOutliers) {
-    for (int i = FCheckedCount; i < n; ++i) {
-      const double x = v[i];
-      if (x < FMinimum) { FMinimum = x; FMinimumIdx = i; }
-      if (x > FMaximum) { FMaximum = x; FMaximumIdx = i; }
-      if (i >= 1) FOnlyAscending = FOnlyAscending && x > v[i - 1];
-      FSum += x;
-      FLastValidIdx = i;
+    // By blocks: a block's extremes decide whether its first index of the extreme is needed, so
+    // the pass per value is a few independent comparisons (the first index of a tie is kept).
+    for (int a = FCheckedCount; a < n; a += TQyMinMaxIndex::BlockSize) {
+      const int b = std::min(n, a + TQyMinMaxIndex::BlockSize);
+      const TQyRangeStats r = QyRangeStats(v, a, b);
+      if (r.Low < FMinimum) FMinimumIdx = QyFirstEqual(v, a, b, r.Low), FMinimum = v[FMinimumIdx];
+      if (r.High > FMaximum) FMaximumIdx = QyFirstEqual(v, a, b, r.High), FMaximum = v[FMaximumIdx];
+      FOnlyAscending = FOnlyAscending && r.Ascending && (a == 0 || v[a] > v[a - 1]);
     }
+    for (int i = FCheckedCount; i < n; ++i) FSum += v[i]; // in order: the sum stays exact as before
+    if (n > FCheckedCount) FLastValidIdx = n - 1;
     FMinimumIncludingOutliers = FMinimum;
     FMaximumIncludingOutliers = FMaximum;
     FMinimumIdxIncludingOutliers = FMinimumIdx;
