@@ -2,6 +2,7 @@
 // The workload and the reporting shared by the render benchmark and its comparison program, so
 // that both draw the same data and print the same phases.
 #include <QElapsedTimer>
+#include <QSize>
 #include <QString>
 #include <algorithm>
 #include <cmath>
@@ -26,11 +27,12 @@ inline double QyBenchSignal(int i) {
   return std::sin(i / 1000.0) * 1000.0 + (u - 0.5) * 200.0;
 }
 
-// N W H AA MODE [zoom] [save=FILE]
+// N W H AA MODE [zoom] [save=FILE]. Parsing also sets the headless platform unless one is set.
 struct TQyBenchArgs {
   int N = 0, W = 0, H = 0;
   bool AA = true, Scatter = false, Zoom = false;
   QString Save;
+  QSize Size() const { return {W, H}; }
   bool Parse(int argc, char** argv) {
     if (argc >= 6) {
       N = std::atoi(argv[1]), W = std::atoi(argv[2]), H = std::atoi(argv[3]);
@@ -41,7 +43,10 @@ struct TQyBenchArgs {
         else if (std::strncmp(argv[k], "save=", 5) == 0) Save = QString::fromLocal8Bit(argv[k] + 5);
         else N = -1;
       }
-      if (N >= 0 && W >= 1 && H >= 1 && (Scatter || std::strcmp(argv[5], "line") == 0)) return true;
+      if (N >= 0 && W >= 1 && H >= 1 && (Scatter || std::strcmp(argv[5], "line") == 0)) {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+        return true;
+      }
     }
     std::fprintf(stderr, "usage: %s N W H AA MODE [zoom] [save=FILE]   (AA 0/1, MODE line|scatter)\n",
                  argv[0]);

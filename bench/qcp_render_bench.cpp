@@ -17,12 +17,10 @@ QImage Render(QCustomPlot& plot, QSize size) {
 int main(int argc, char** argv) {
   TQyBenchArgs args;
   if (!args.Parse(argc, argv)) return 2;
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication app(argc, argv);
-  const int n = args.N;
-  const QSize size(args.W, args.H);
-
   QCustomPlot plot;
+  const int n = args.N;
+  const QSize size = args.Size();
   plot.resize(size);
   plot.setAntialiasedElements(args.AA ? QCP::aeAll : QCP::aeNone);
   plot.setPlottingHint(QCP::phFastPolylines, true);

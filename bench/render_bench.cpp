@@ -44,10 +44,9 @@ double XOf(int i) { return i; }
 int main(int argc, char** argv) {
   TQyBenchArgs args;
   if (!args.Parse(argc, argv)) return 2;
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication app(argc, argv);
   const int n = args.N;
-  const QSize size(args.W, args.H);
+  const QSize size = args.Size();
 
   TQyBenchClock clock;
   TQyGraph2D graph;
