@@ -20,9 +20,22 @@ demo: build
 test: build
 	@cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS) --timeout 600
 
+# The render phases for 10^5..10^8 points (10^8 needs about 1.6 GB), the scatter, and the same
+# workload through the comparison library when its program was built.
+RENDER_SIZES ?= 100000 1000000 10000000 100000000
 bench: build
 	@$(BUILD)/bench/qy-bench
-	@$(BUILD)/bench/qy-render-bench 1000000 1600 1000 1 line
+	@for n in $(RENDER_SIZES); do \
+	  for prog in qy-render-bench qcp-render-bench; do \
+	    test -x $(BUILD)/bench/$$prog || continue; \
+	    echo "== $$prog line N=$$n"; \
+	    $(BUILD)/bench/$$prog $$n 1600 1000 1 line $$(test $$n -ge 100000000 && echo zoom); \
+	  done; \
+	done
+	@for prog in qy-render-bench qcp-render-bench; do \
+	  test -x $(BUILD)/bench/$$prog || continue; \
+	  echo "== $$prog scatter N=100000"; $(BUILD)/bench/$$prog 100000 1600 1000 1 scatter; \
+	done
 
 clean:
 	@rm -rf $(BUILD)

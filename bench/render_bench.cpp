@@ -1,92 +1,114 @@
 // Render benchmark: one graph with one series of N points, rendered into a W x H image.
 //   qy-render-bench N W H AA MODE     (AA 0/1; MODE line or scatter)
-// Prints "name value" lines: setup_ms, first_render_ms, rerender_median_ms (10 re-renders),
-// append1000_render_ms (1000 values appended, then one render), peak_rss_kb.
+// Prints "name value" lines:
+//   setup_ms               filling the vectors (not part of any rendering figure)
+//   first_render_ms        the first picture (points, ranges and layout from nothing)
+//   rerender_median_ms     median of 10 further pictures of the same data
+//   append1000_render_ms   median of 10 cycles: 1000 values appended, then one picture; after
+//                          each cycle the 1000 values are removed and a picture settles the
+//                          graph, both outside the timing (so every cycle goes N -> N + 1000)
+//   zoom_render_ms         the X axis set to a window of 1/1000 of the data, one picture
+//   pan_render_ms          that window moved by half its width, one picture
+//   peak_rss_kb            the process' peak resident memory
+// The workload (shared with the comparison program, see RenderWorkload.h): x_i = i,
+// y_i = sin(i / 1000) * 1000 + (u_i - 0.5) * 200 with u_i uniform from splitmix64.
+#include "RenderWorkload.h"
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QImage>
+#include <QyAxis.h>
 #include <QyGraph2D.h>
+#include <QyStyles.h>
 #include <QyVectors.h>
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <random>
-#include <sys/resource.h>
+#include <vector>
 
 namespace {
-double Ms(QElapsedTimer& t) { return t.nsecsElapsed() / 1e6; }
+// Fills a vector in slices, so that no second copy of the whole data is ever held.
+void Fill(TQyDoubleVector* v, int from, int to, double (*value)(int)) {
+  std::vector<double> slice;
+  for (int a = from; a < to; a += 1 << 20) {
+    const int b = std::min(to, a + (1 << 20));
+    slice.resize(size_t(b - a));
+    for (int i = a; i < b; ++i) slice[size_t(i - a)] = value(i);
+    v->AddRange(slice);
+  }
+}
 
-struct Signal {
-  std::mt19937 rng{12345};
-  std::uniform_real_distribution<double> noise{-100.0, 100.0};
-  double operator()(int i) { return std::sin(i / 1000.0) * 1000.0 + noise(rng); }
-};
+double XOf(int i) { return i; }
 } // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 6) {
-    std::fprintf(stderr, "usage: %s N W H AA MODE   (AA 0/1, MODE line|scatter)\n", argv[0]);
-    return 2;
-  }
-  const int n = std::atoi(argv[1]), w = std::atoi(argv[2]), h = std::atoi(argv[3]);
-  const bool aa = std::atoi(argv[4]) != 0;
-  const bool scatter = std::strcmp(argv[5], "scatter") == 0;
-  if (n < 0 || w < 1 || h < 1 || (!scatter && std::strcmp(argv[5], "line") != 0)) {
-    std::fprintf(stderr, "bad arguments\n");
-    return 2;
-  }
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  TQyBenchArgs args;
+  if (!args.Parse(argc, argv)) return 2;
   QApplication app(argc, argv);
+  const int n = args.N;
+  const QSize size = args.Size();
 
-  QElapsedTimer t;
-  t.start();
+  TQyBenchClock clock;
   TQyGraph2D graph;
-  graph.resize(w, h);
+  graph.resize(size);
   graph.TestPrimaryAxis();
   auto* x = new TQyDoubleVector(&graph);
   auto* y = new TQyDoubleVector(&graph);
-  Signal signal;
-  std::vector<double> xs(n), ys(n);
-  for (int i = 0; i < n; ++i) xs[i] = i, ys[i] = signal(i);
-  // The vectors take the arrays over: the figure shows the library's own memory, not a copy.
-  x->SetValues(std::move(xs));
-  y->SetValues(std::move(ys));
+  Fill(x, 0, n, XOf);
+  Fill(y, 0, n, QyBenchSignal);
   auto* s = new TQyLineSeries(&graph);
   s->SetXData(x);
   s->SetYData(y);
   s->SetXAxis(graph.GetPrimaryXAxis());
   s->SetYAxis(graph.GetPrimaryYAxis());
-  if (scatter) {
+  graph.GetPrimaryXAxis()->SetCaption("x");
+  graph.GetPrimaryYAxis()->SetCaption("y");
+  if (args.Scatter) {
     s->GetLine()->SetVisible(false);
     s->PointSymbol()->SetVisible(true);
+    s->PointSymbol()->SetSize(5);
   }
-  std::printf("setup_ms %.3f\n", Ms(t));
 
-  t.restart();
-  QImage image = graph.RenderToImage(QSize(w, h), aa);
-  std::printf("first_render_ms %.3f\n", Ms(t));
+  clock.Print("setup_ms");
+  clock.Restart();
+  QImage image = graph.RenderToImage(size, args.AA);
+  clock.Print("first_render_ms");
 
   std::vector<double> times;
   for (int k = 0; k < 10; ++k) {
-    t.restart();
-    image = graph.RenderToImage(QSize(w, h), aa);
-    times.push_back(Ms(t));
+    clock.Restart();
+    image = graph.RenderToImage(size, args.AA);
+    times.push_back(clock.Ms());
   }
-  std::sort(times.begin(), times.end());
-  std::printf("rerender_median_ms %.3f\n", (times[4] + times[5]) / 2);
+  QyPrintMedian("rerender_median_ms", times);
 
-  t.restart();
-  for (int i = n; i < n + 1000; ++i) {
-    x->Add(i);
-    y->Add(signal(i));
+  times.clear();
+  std::vector<double> xs(1000), ys(1000);
+  for (int i = 0; i < 1000; ++i) xs[size_t(i)] = n + i, ys[size_t(i)] = QyBenchSignal(n + i);
+  for (int k = 0; k < 10; ++k) {
+    clock.Restart();
+    x->AddRange(xs);
+    y->AddRange(ys);
+    image = graph.RenderToImage(size, args.AA);
+    times.push_back(clock.Ms());
+    for (int i = n + 999; i >= n; --i) x->Delete(i), y->Delete(i);
+    image = graph.RenderToImage(size, args.AA);
   }
-  image = graph.RenderToImage(QSize(w, h), aa);
-  std::printf("append1000_render_ms %.3f\n", Ms(t));
+  QyPrintMedian("append1000_render_ms", times);
 
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  std::printf("peak_rss_kb %ld\n", usage.ru_maxrss);
+  if (args.Zoom) {
+    TQyAxis* axis = graph.GetPrimaryXAxis();
+    const double width = std::max(10.0, n / 1000.0), start = n * 0.37;
+    clock.Restart();
+    axis->ZoomIn(start, start + width);
+    image = graph.RenderToImage(size, args.AA);
+    clock.Print("zoom_render_ms");
+    clock.Restart();
+    axis->SetStartStop(start + width / 2, start + width * 1.5);
+    image = graph.RenderToImage(size, args.AA);
+    clock.Print("pan_render_ms");
+  }
+  if (!args.Save.isEmpty()) image.save(args.Save);
+  QyPrintPeakRss();
   return 0;
 }

@@ -311,6 +311,10 @@ protected:
   class TQyPointSource;
   void AddBandPoints();
   void CompressRuns(int start, int stop);
+  bool CompressColumns(int start, int stop);
+  struct TQyKeptPoint { QPointF P; int I; };
+  void PutColumn(const TQyKeptPoint& first, const TQyKeptPoint& low, const TQyKeptPoint& high,
+                 const TQyKeptPoint& last);
   void KeepDistinctPoints(int start, int stop);
   void KeepOccupyingPoints(int start, int stop);
   virtual bool PureScatter() const;

@@ -1,12 +1,14 @@
 // Drawing of a series: the area under or between curves, the polyline, and the order of both
 // with error bars and symbols.
 #include "QyAxis.h"
+#include "QyColumnBand.h"
 #include "QyRounding.h"
 #include "QySeries.h"
 #include "QyStyles.h"
 #include "QyVectors.h"
 #include <QPainter>
 #include <cmath>
+#include <type_traits>
 
 namespace {
 // Thick or dashed polylines are drawn in pieces: the raster engine's cost for one wide path grows
@@ -21,7 +23,8 @@ template <class P> void DrawPolylineInPieces(QPainter* g, const P* pts, int n) {
   QPen pen = g->pen();
   const bool plain = pen.widthF() <= 1 && pen.style() == Qt::SolidLine;
   if (plain || n <= 2) {
-    g->drawPolyline(pts, n);
+    if constexpr (std::is_same_v<P, QPointF>) QyDrawPolylineWithBands(g, pts, n);
+    else g->drawPolyline(pts, n);
     return;
   }
   const bool dashed = pen.style() != Qt::SolidLine && pen.style() != Qt::NoPen;

@@ -53,6 +53,12 @@ public:
     FX = s.FXData == s.FDataIndexer ? nullptr : s.FXData->Data();
     FY = s.FYData == s.FDataIndexer ? nullptr : s.FYData->Data();
   }
+  // Values straight from the arrays through the linear maps (nullptr: the index is the value).
+  bool Straight() const { return FFast; }
+  const double* X() const { return FX; }
+  const double* Y() const { return FY; }
+  const TQyLinearMap& MapX() const { return FMapX; }
+  const TQyLinearMap& MapY() const { return FMapY; }
   // Calls fn(i, point) for each index from start to stop that has a point, in order. The two
   // loops are instantiated separately so that the straight one compiles to a tight loop.
   template <class Fn> void ForEach(int start, int stop, Fn&& fn) const {
@@ -153,41 +159,90 @@ bool TQyLineSeries::PureScatter() const {
          FGraph;
 }
 
+// Appends one pixel column's points in data order: first, lowest and highest in whichever order
+// they came, last; an index is never kept twice in a row.
+void TQyLineSeries::PutColumn(const TQyKeptPoint& first, const TQyKeptPoint& low, const TQyKeptPoint& high,
+                              const TQyKeptPoint& last) {
+  FColumnPoint = FPointCount;
+  const bool lowFirst = low.I < high.I;
+  for (const TQyKeptPoint* k : {&first, lowFirst ? &low : &high, lowFirst ? &high : &low, &last}) {
+    if (FPointCount > FColumnPoint && FPointIndices[FPointCount - 1] == k->I) continue;
+    FPoints.SetValue(FPointCount, k->P);
+    FPointIndices.SetValue(FPointCount++, k->I);
+  }
+}
+
 // Without symbols: the points of one pixel column collapse to at most four (first, lowest and
 // highest in data order, last), which draws the same polyline as all of them.
 void TQyLineSeries::CompressRuns(int start, int stop) {
-  struct Kept { QPointF p; int i; };
-  Kept first{}, low{}, high{}, last{};
+  if (CompressColumns(start, stop)) return;
+  TQyKeptPoint first{}, low{}, high{}, last{};
   double firstColumn = 0;
   bool open = false;
-  auto put = [&](const Kept& k) {
-    if (FPointCount > FColumnPoint && FPointIndices[FPointCount - 1] == k.i) return;
-    FPoints.SetValue(FPointCount, k.p);
-    FPointIndices.SetValue(FPointCount++, k.i);
-  };
-  auto flush = [&] {
-    FColumnPoint = FPointCount;
-    put(first);
-    const bool lowFirst = low.i < high.i;
-    put(lowFirst ? low : high);
-    put(lowFirst ? high : low);
-    put(last);
-  };
   TQyPointSource(*this).ForEach(start, stop, [&](int i, const QPointF& p) QY_INNER_LOOP {
-    const Kept k{p, i};
+    const TQyKeptPoint k{p, i};
     const double column = std::floor(p.x());
     if (open && column == firstColumn) {
-      if (p.y() < low.p.y()) low = k;
-      if (p.y() > high.p.y()) high = k;
+      if (p.y() < low.P.y()) low = k;
+      if (p.y() > high.P.y()) high = k;
       last = k;
       return;
     }
-    if (open) flush();
+    if (open) PutColumn(first, low, high, last);
     first = low = high = last = k;
     firstColumn = column;
     open = true;
   });
-  if (open) flush();
+  if (open) PutColumn(first, low, high, last);
+}
+
+// The same columns on the straight path over ascending X, without a step per value: each column's
+// end is found by a galloping search on X, and its extremes by the Y vector's block index. The
+// work then grows with the pixel columns (times a logarithm), not with the values, which is what
+// a new X window on millions of values needs. The mapping is monotone, so the data extremes are
+// the pixel extremes; a pixel tie keeps the first point, as the walk above does.
+bool TQyLineSeries::CompressColumns(int start, int stop) {
+  const TQyPointSource source(*this);
+  const double* y = source.Y();
+  if (!source.Straight() || !y || stop - start < 2 * TQyMinMaxIndex::BlockSize ||
+      !FXData->GetOnlyAscending())
+    return false;
+  const double* xs = source.X();
+  auto x = [&](int i) { return xs ? xs[i] : double(i); };
+  if (!std::isfinite(x(start)) || !std::isfinite(x(stop))) return false; // infinities at the ends
+  const TQyLinearMap& mx = source.MapX();
+  const TQyLinearMap& my = source.MapY();
+  auto column = [&](int i) { return std::floor(double(mx.Map(x(i)))); };
+  auto kept = [&](int i) { return TQyKeptPoint{QPointF(mx.Map(x(i)), my.Map(y[i])), i}; };
+  for (int a = start; a <= stop;) {
+    // [a, b) is the column of a: gallop, then halve.
+    const double c = column(a);
+    int lo = a, hi = stop + 1;
+    for (long long step = 1; step <= stop - a; step *= 2) {
+      const int probe = a + int(step);
+      if (column(probe) != c) { hi = probe; break; }
+      lo = probe;
+    }
+    while (hi - lo > 1) {
+      const int m = lo + (hi - lo) / 2;
+      (column(m) == c ? lo : hi) = m;
+    }
+    const int b = hi;
+    int f = a, l = b - 1;
+    while (f < b && !std::isfinite(y[f])) ++f;
+    while (l > f && !std::isfinite(y[l])) --l;
+    if (f < b) {
+      int iLow, iHigh;
+      FYData->Extremes(f, l + 1, iLow, iHigh);
+      const TQyKeptPoint first = kept(f), p = kept(iLow), q = kept(iHigh);
+      TQyKeptPoint top = p.P.y() <= q.P.y() ? p : q, bottom = p.P.y() <= q.P.y() ? q : p;
+      if (first.P.y() == top.P.y()) top = first;
+      if (first.P.y() == bottom.P.y()) bottom = first;
+      PutColumn(first, top, bottom, kept(l));
+    }
+    a = b;
+  }
+  return true;
 }
 
 // Closes the polygon of a filled area: to the other series of a band, or down to the baseline.

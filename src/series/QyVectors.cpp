@@ -120,14 +120,17 @@ void TQyCustomDoubleVector::CheckMinMaxLocked() {
   const int n = FCount.load(std::memory_order_acquire);
   const double* v = FValues.data();
   if (!FHasOutliers) {
-    for (int i = FCheckedCount; i < n; ++i) {
-      const double x = v[i];
-      if (x < FMinimum) { FMinimum = x; FMinimumIdx = i; }
-      if (x > FMaximum) { FMaximum = x; FMaximumIdx = i; }
-      if (i >= 1) FOnlyAscending = FOnlyAscending && x > v[i - 1];
-      FSum += x;
-      FLastValidIdx = i;
+    // By blocks: a block's extremes decide whether its first index of the extreme is needed, so
+    // the pass per value is a few independent comparisons (the first index of a tie is kept).
+    for (int a = FCheckedCount; a < n; a += TQyMinMaxIndex::BlockSize) {
+      const int b = std::min(n, a + TQyMinMaxIndex::BlockSize);
+      const TQyRangeStats r = QyRangeStats(v, a, b);
+      if (r.Low < FMinimum) FMinimumIdx = QyFirstEqual(v, a, b, r.Low), FMinimum = v[FMinimumIdx];
+      if (r.High > FMaximum) FMaximumIdx = QyFirstEqual(v, a, b, r.High), FMaximum = v[FMaximumIdx];
+      FOnlyAscending = FOnlyAscending && r.Ascending && (a == 0 || v[a] > v[a - 1]);
     }
+    for (int i = FCheckedCount; i < n; ++i) FSum += v[i]; // in order: the sum stays exact as before
+    if (n > FCheckedCount) FLastValidIdx = n - 1;
     FMinimumIncludingOutliers = FMinimum;
     FMaximumIncludingOutliers = FMaximum;
     FMinimumIdxIncludingOutliers = FMinimumIdx;
@@ -150,6 +153,7 @@ void TQyCustomDoubleVector::CheckMinMaxLocked() {
     }
   }
   FCheckedCount = n;
+  FIndex.Extend(v, n);
 }
 
 #define QY_STAT_GETTER(Type, Name, Field)                                                          \
@@ -179,6 +183,7 @@ void TQyCustomDoubleVector::ResetRanges() {
   FSum = FSumIncludingOutliers = 0;
   FLastValidIdx = -1;
   FOnlyAscending = true; // recomputed from the first value on
+  FIndex.Truncate(0);
 }
 
 // ---- values -----------------------------------------------------------------------------------
@@ -197,12 +202,14 @@ void TQyCustomDoubleVector::CheckCount(int n) {
     if (static_cast<size_t>(FCapacity) > FValues.size())
       FValues.resize(std::max<size_t>(FCapacity, FValues.size() + FValues.size() / 2));
   }
+  FValues.Expose(size_t(n));
   if (n >= FCount.load(std::memory_order_relaxed)) FCount.store(n, std::memory_order_release);
 }
 
 void TQyCustomDoubleVector::StoreValue(int i, double v) {
   if (i < 0) QyRaiseIndexError(i);
   if (static_cast<size_t>(i) >= FValues.size()) CheckCount(i + 1); // grow before storing
+  FValues.Expose(size_t(i) + 1); // a gap before i reads as zeros
   FValues[i] = v;
   if (i >= FCount.load(std::memory_order_relaxed)) CheckCount(i + 1);
 }
@@ -241,6 +248,7 @@ void TQyCustomDoubleVector::SetValue(int i, double v) {
         }
       }
       FValues[i] = v;
+      FIndex.Changed(FValues.data(), i);
       if (change == TQyVectorChange::Ranges) ResetRanges();
     }
   }
@@ -301,6 +309,7 @@ void TQyCustomDoubleVector::Delete(int i, bool deleteLinkedMarkers) {
                      &FMaximumIdxIncludingOutliers, &FLastValidIdx})
       if (*idx > i) *idx -= 1;
     if (FCheckedCount > i) FCheckedCount -= 1;
+    FIndex.Truncate(i); // the blocks behind i hold other values now
     if (extreme) ResetRanges();
   }
   if (deleteLinkedMarkers) NotifyAtOnce(TQyVectorChange::Deleted, i);
@@ -368,7 +377,7 @@ void TQyCustomDoubleVector::SetCapacity(int n) {
   auto lock = WriteLock();
   if (n <= GetCount() || n == FCapacity) return;
   FCapacity = n;
-  if (static_cast<size_t>(n) > FValues.size()) FValues.resize(n);
+  if (static_cast<size_t>(n) > FValues.size()) FValues.resize(size_t(n));
 }
 
 void TQyCustomDoubleVector::SetIncrement(int n) {
@@ -488,8 +497,7 @@ void TQyDoubleVector::SetValues(std::vector<double> values) {
   {
     auto lock = WriteLock();
     const int n = int(values.size());
-    FValues = std::move(values);
-    if (FValues.empty()) FValues.resize(1);
+    FValues.Assign(values, 1);
     FCapacity = std::max(n, 1);
     FCount.store(n, std::memory_order_release);
     FOutliers.Clear();
@@ -595,7 +603,7 @@ void TQyDoubleVector::UpdateDB() {
 void TQyDoubleVector::TakeRead(std::vector<double>& values, int count, const std::vector<int>& outliers,
                                int rows) {
   auto lock = WriteLock();
-  FValues.swap(values);
+  FValues.Assign(values, size_t(count));
   FCapacity = std::max(FCapacity, rows);
   FCount.store(count, std::memory_order_release);
   FOutliers.Clear();

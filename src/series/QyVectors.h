@@ -1,10 +1,12 @@
 #pragma once
 // Data vectors: growing arrays of doubles with lazy incremental statistics, outliers and listeners.
 #include "QyInterfacePointer.h"
+#include "QyMinMaxIndex.h"
 #include "QyPlainVectors.h"
 #include "QyProperty.h"
 #include "QyRecordSchema.h"
 #include "QyStateful.h"
+#include "QyValueStore.h"
 #include "QyValueList.h"
 #include <QAbstractItemModel>
 #include <QList>
@@ -117,6 +119,11 @@ public:
   // GetValue and Data read without a lock: a reader holds ReadLock() while another thread may
   // write (the graph holds the vectors of its series while it polls, paints and picks).
   const double* Data() const { return FValues.data(); }
+  // The first index of the lowest and of the highest finite value in [a, b) (-1 when none), in
+  // time proportional to the blocks of the range: for readers that hold ReadLock().
+  void Extremes(int a, int b, int& lowest, int& highest) const {
+    FIndex.Extremes(FValues.data(), a, b, lowest, highest);
+  }
 
   int Add(double v);
   int Insert(int i, double v);
@@ -161,9 +168,10 @@ protected:
   void NotifyAtOnce(TQyVectorChange change, int index);
   void StoreValue(int i, double v); // CheckCount + store, no statistics
   void CheckMinMaxLocked();
-  // The statistics cover every stored value (of this vector's own storage).
+  // The statistics and the block index cover every stored value (of this vector's own storage).
   bool StatisticsCurrent() const {
-    return FCheckedCount.load(std::memory_order_acquire) >= FCount.load(std::memory_order_acquire);
+    const int n = FCount.load(std::memory_order_acquire);
+    return FCheckedCount.load(std::memory_order_acquire) >= n && !FIndex.Behind(n);
   }
   TQyVectorLock WriteLock() { return TQyVectorLock(this, TQyVectorLock::TMode::Write); }
   // Runs `edit` on the outlier list under the lock; when it changed something the statistics
@@ -183,7 +191,8 @@ protected:
   bool FOnlyAscending = true;
   bool FHasOutliers = false;
   TQyIntegerVector FOutliers;
-  std::vector<double> FValues;
+  TQyValueStore FValues;
+  TQyMinMaxIndex FIndex; // extended with the statistics, under the same lock
   QList<TQyInterfacePointer<IQyVectorListener>> FRelatedSeries;
   mutable std::shared_mutex FLock;
   friend class TQyVectorLock;

@@ -1,0 +1,111 @@
+#include "QyColumnBand.h"
+#include <QPainter>
+#include <QPen>
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace {
+// A pixel column of the polyline: its points [First, Last], its vertical extent (with the parts
+// of the segments from and to its neighbours that cross it) and its index.
+struct TQyColumn {
+  int First, Last;
+  double Column, Top, Bottom;
+};
+
+// A column whose stroke covers its pixel column across: enough points spread over both halves
+// and a tall extent. Thinned columns hold up to four points; a few narrow ones stay stroked.
+constexpr int DensePoints = 3;
+constexpr double DenseHeight = 3;
+constexpr int MinRun = 2; // shorter runs gain nothing
+
+// The y of the segment p -> q where it crosses x.
+double YAt(const QPointF& p, const QPointF& q, double x) {
+  if (q.x() == p.x()) return q.y();
+  return p.y() + (q.y() - p.y()) * (x - p.x()) / (q.x() - p.x());
+}
+
+std::vector<TQyColumn> Columns(const QPointF* pts, int n) {
+  std::vector<TQyColumn> cols;
+  for (int k = 0; k < n;) {
+    const double c = std::floor(pts[k].x());
+    TQyColumn col{k, k, c, pts[k].y(), pts[k].y()};
+    for (; k < n && std::floor(pts[k].x()) == c; ++k) {
+      col.Last = k;
+      col.Top = std::min(col.Top, pts[k].y());
+      col.Bottom = std::max(col.Bottom, pts[k].y());
+    }
+    cols.push_back(col);
+  }
+  for (TQyColumn& col : cols) { // the joining segments inside the column
+    double ends[2] = {col.Top, col.Top};
+    if (col.First > 0) ends[0] = YAt(pts[col.First - 1], pts[col.First], col.Column);
+    if (col.Last + 1 < n) ends[1] = YAt(pts[col.Last], pts[col.Last + 1], col.Column + 1);
+    for (double y : ends) col.Top = std::min(col.Top, y), col.Bottom = std::max(col.Bottom, y);
+  }
+  return cols;
+}
+
+bool Dense(const TQyColumn& col, const QPointF* pts) {
+  if (col.Last - col.First + 1 < DensePoints || col.Bottom - col.Top < DenseHeight) return false;
+  double lo = pts[col.First].x(), hi = lo;
+  for (int k = col.First; k <= col.Last; ++k) lo = std::min(lo, pts[k].x()), hi = std::max(hi, pts[k].x());
+  return lo <= col.Column + 0.5 && hi >= col.Column + 0.5;
+}
+
+// The band of the columns [a, b): a staircase along the tops, back along the bottoms.
+void FillBand(QPainter* g, const std::vector<TQyColumn>& cols, int a, int b, const QPointF* pts, double half) {
+  std::vector<QPointF> poly;
+  poly.reserve(size_t(b - a) * 4);
+  auto left = [&](int j) { return j == a ? pts[cols[size_t(j)].First].x() - half : cols[size_t(j)].Column; };
+  auto right = [&](int j) { return j == b - 1 ? pts[cols[size_t(j)].Last].x() + half : cols[size_t(j)].Column + 1; };
+  for (int j = a; j < b; ++j) {
+    poly.emplace_back(left(j), cols[size_t(j)].Top - half);
+    poly.emplace_back(right(j), cols[size_t(j)].Top - half);
+  }
+  for (int j = b - 1; j >= a; --j) {
+    poly.emplace_back(right(j), cols[size_t(j)].Bottom + half);
+    poly.emplace_back(left(j), cols[size_t(j)].Bottom + half);
+  }
+  g->drawPolygon(poly.data(), int(poly.size()), Qt::WindingFill);
+}
+
+bool Bandable(const QPainter* g) {
+  const QPen& pen = g->pen();
+  return g->testRenderHint(QPainter::Antialiasing) && pen.style() == Qt::SolidLine && pen.widthF() == 1 &&
+         pen.brush().style() == Qt::SolidPattern && pen.color().alpha() == 255 && !pen.isCosmetic();
+}
+} // namespace
+
+void QyDrawPolylineWithBands(QPainter* g, const QPointF* pts, int n) {
+  if (n < 2 * MinRun * DensePoints || !Bandable(g)) {
+    g->drawPolyline(pts, n);
+    return;
+  }
+  const std::vector<TQyColumn> cols = Columns(pts, n);
+  const QPen pen = g->pen();
+  const double half = pen.widthF() / 2;
+  int strokeFrom = 0; // first point of the stretch still to stroke
+  auto stroke = [&](int to) {
+    if (to > strokeFrom) g->drawPolyline(pts + strokeFrom, to - strokeFrom + 1);
+  };
+  for (int a = 0; a < int(cols.size());) {
+    int b = a;
+    while (b < int(cols.size()) && Dense(cols[size_t(b)], pts) &&
+           (b == a || cols[size_t(b)].Column == cols[size_t(b - 1)].Column + 1))
+      ++b;
+    if (b - a < MinRun) {
+      a = std::max(b, a + 1);
+      continue;
+    }
+    stroke(cols[size_t(a)].First);
+    g->save();
+    g->setPen(Qt::NoPen);
+    g->setBrush(pen.color());
+    FillBand(g, cols, a, b, pts, half);
+    g->restore();
+    strokeFrom = cols[size_t(b - 1)].Last;
+    a = b;
+  }
+  stroke(n - 1);
+}
