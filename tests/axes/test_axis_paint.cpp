@@ -69,7 +69,7 @@ TEST(AxisPaint, NumbersAndCaptionColours) {
   f.Render();
   QyRecordingDevice dev;
   f.Paint(dev);
-  for (const QString& label : {"0", "10"}) {
+  for (const QString label : {"0", "10"}) {
     const auto texts = dev.WithText(label);
     ASSERT_FALSE(texts.empty()) << label.toStdString();
     EXPECT_EQ(texts.front()->pen.color().rgba(), 0xFF123456u) << label.toStdString();

@@ -37,8 +37,12 @@ TEST(AxisCalendar, AgreesWithPythonDatetime) {
     EXPECT_EQ(std::tuple(d.Year, d.Month, d.Day, d.Hour, d.Minute, d.Second, d.MilliSecond, DayOfWeek(r.t)),
               std::tuple(r.year, r.month, r.day, r.hour, r.minute, r.second, r.ms, r.dayOfWeek)) << r.t;
     EXPECT_NEAR(EncodeDateTime(d), r.t, 1e-8) << r.t;
-    if (r.year < 9999) EXPECT_NEAR(IncMonth(r.t, 1), r.nextMonth, 1e-8) << r.t;
-    if (r.year > 1) EXPECT_NEAR(IncMonth(r.t, -13), r.thirteenBack, 1e-8) << r.t;
+    if (r.year < 9999) {
+      EXPECT_NEAR(IncMonth(r.t, 1), r.nextMonth, 1e-8) << r.t;
+    }
+    if (r.year > 1) {
+      EXPECT_NEAR(IncMonth(r.t, -13), r.thirteenBack, 1e-8) << r.t;
+    }
   }
 }
 
@@ -102,7 +106,9 @@ TEST(AxisDateTime, RoundingToCalendarUnits) {
   ASSERT_EQ(x->DtParameters().LabelRegion, TQyDtRegion::Day);
   ASSERT_EQ(x->DtParameters().MajorCount, 7);
   for (int i = 0; i < x->TickPositions().Count(); ++i)
-    if (x->MajorFlags()[i]) EXPECT_EQ(DayOfWeek(x->WorldToNumber(x->TickPositions()[i]) + 0.01), 1) << i;
+    if (x->MajorFlags()[i]) {
+      EXPECT_EQ(DayOfWeek(x->WorldToNumber(x->TickPositions()[i]) + 0.01), 1) << i;
+    }
   const double wed = EncodeDateTime(2023, 3, 15, 13, 5, 0, 0);
   EXPECT_NEAR(x->DateTimeRound(wed, true, true), EncodeDateTime(2023, 3, 19, 0, 0, 0, 0), 1e-9);  // Sunday on
   EXPECT_NEAR(x->DateTimeRound(wed, false, true), EncodeDateTime(2023, 3, 12, 0, 0, 0, 0), 1e-9); // Sunday before

@@ -371,7 +371,9 @@ TEST(UndoProperties, SettingsThatMoveTheEndsRecordThemInTheirEntry) {
     stack.Undo(0);
     EXPECT_DOUBLE_EQ(x->GetStart(), start) << c.caption;
     EXPECT_DOUBLE_EQ(x->GetStop(), stop) << c.caption;
-    if (!c.moves) EXPECT_DOUBLE_EQ(x->GetLabelPart(), part) << c.caption;
+    if (!c.moves) {
+      EXPECT_DOUBLE_EQ(x->GetLabelPart(), part) << c.caption;
+    }
     EXPECT_TRUE(x->GetAutoTickParts()) << c.caption;
   }
 }
