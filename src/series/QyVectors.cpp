@@ -103,7 +103,7 @@ double TQyCustomDoubleVector::GetValue(int i) const {
 
 void TQyCustomDoubleVector::CheckCount(int n) {
   if (n >= FCapacity) {
-    while (FCapacity < n) FCapacity += FIncrement;
+    FCapacity = QyGrownCapacity(FCapacity, n, FIncrement);
     // The observable capacity grows by Increment; the storage grows geometrically beneath, so
     // that appending stays O(1) amortised.
     if (static_cast<size_t>(FCapacity) > FValues.size())
@@ -113,14 +113,14 @@ void TQyCustomDoubleVector::CheckCount(int n) {
 }
 
 void TQyCustomDoubleVector::StoreValue(int i, double v) {
-  if (i < 0) QyRaiseIndexError(i);
+  QyCheckGrowIndex(i);
   if (static_cast<size_t>(i) >= FValues.size()) CheckCount(i + 1); // grow before storing
   FValues[i] = v;
   if (i >= FCount.load(std::memory_order_relaxed)) CheckCount(i + 1);
 }
 
 void TQyCustomDoubleVector::SetValue(int i, double v) {
-  if (i < 0) QyRaiseIndexError(i);
+  QyCheckGrowIndex(i);
   TQyVectorChange change;
   {
     std::unique_lock lock(FLock);
@@ -258,11 +258,13 @@ void TQyCustomDoubleVector::ClearOutlieres() {
 void TQyCustomDoubleVector::SetCapacity(int n) {
   std::unique_lock lock(FLock);
   if (n <= GetCount() || n == FCapacity) return;
+  QyCheckVectorSize(n);
   FCapacity = n;
   if (static_cast<size_t>(n) > FValues.size()) FValues.resize(n);
 }
 
 void TQyCustomDoubleVector::SetIncrement(int n) {
+  QyCheckVectorSize(n);
   if (n >= 128) FIncrement = n;
 }
 
@@ -379,6 +381,7 @@ TQyDoubleVector::~TQyDoubleVector() { FDestroying = true; }
 
 void TQyDoubleVector::SetValues(std::vector<double> values) {
   {
+    QyCheckVectorSize(static_cast<long long>(values.size()));
     std::unique_lock lock(FLock);
     const int n = int(values.size());
     FValues = std::move(values);
@@ -397,6 +400,7 @@ template <class T> void TQyDoubleVector::AddRangeOf(const T* values, int n) {
   {
     std::unique_lock lock(FLock);
     const int start = GetCount();
+    QyCheckVectorSize(static_cast<long long>(start) + n);
     CheckCount(start + n);
     std::copy(values, values + n, FValues.begin() + start);
   }
