@@ -1,9 +1,14 @@
-# The two commands of this project: `make demo` and `make test`.
+# The two commands of this project: `make demo` and `make test`. `make asan` runs the suite in a
+# second tree under ASan and UBSan (with the fuzz tests when clang builds it); `make fuzz` runs
+# each fuzzer for FUZZ_SECONDS.
 BUILD   ?= build
 PRESET  ?= default
 JOBS    ?= $(shell nproc)
+ASAN_BUILD   ?= build-asan
+FUZZ_SECONDS ?= 600
+SANITIZER_ENV = QT_QPA_PLATFORM=offscreen UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
 
-.PHONY: demo test deps configure build bench clean
+.PHONY: demo test deps configure build bench clean asan asan-build fuzz
 
 deps:
 	@bash tools/install-deps.sh
@@ -19,6 +24,18 @@ demo: build
 
 test: build
 	@cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS) --timeout 600
+
+asan-build: deps
+	@test -f $(ASAN_BUILD)/build.ninja || cmake --preset asan
+	@cmake --build $(ASAN_BUILD) -j $(JOBS)
+
+asan: asan-build
+	@cd $(ASAN_BUILD) && $(SANITIZER_ENV) ctest --output-on-failure -j $(JOBS) --timeout 900
+
+fuzz: deps
+	@test -f $(ASAN_BUILD)/build.ninja || cmake --preset asan
+	@cmake --build $(ASAN_BUILD) --target qy_fuzz -j $(JOBS)
+	@$(SANITIZER_ENV) bash tools/fuzz.sh $(ASAN_BUILD)/tests/qy_fuzz $(FUZZ_SECONDS)
 
 # The render phases for 10^5..10^8 points (10^8 needs about 1.6 GB), the scatter, and the same
 # workload through the comparison library when its program was built.
@@ -38,4 +55,4 @@ bench: build
 	done
 
 clean:
-	@rm -rf $(BUILD)
+	@rm -rf $(BUILD) $(ASAN_BUILD)

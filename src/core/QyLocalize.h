@@ -100,7 +100,6 @@ inline constexpr char SeriesVarCaption[] = "Caption of the series e.g. used in l
 inline constexpr char IndexerSetValue[] = "TQyIndexer is not supposed to set values!";
 
 // ---- Style objects, colours, drawing
-inline constexpr char StyleNotAnInteger[] = "'%s' is not a valid integer value";
 inline constexpr char StyleGradientVisible[] = "Gradient visible";
 inline constexpr char StyleGradientStyle[] = "Gradient style";
 inline constexpr char StyleGradientFirstColor[] = "Gradient first color";

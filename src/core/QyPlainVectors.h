@@ -4,8 +4,30 @@
 #include "QyExceptions.h"
 #include <QPointF>
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <vector>
+
+// The most values a vector holds (2 GiB of doubles). Indices and counts from there up to the int
+// limit raise ERangeError, so that no growth arithmetic (i + 1, Capacity + Increment) can overflow
+// and no request for gigabytes reaches the allocator.
+inline constexpr int QyMaxVectorCount = 1 << 28;
+
+// Raises ERangeError unless 0 <= i < QyMaxVectorCount: an index that a vector may grow to.
+inline void QyCheckGrowIndex(long long i) {
+  if (i < 0 || i >= QyMaxVectorCount) QyRaiseIndexError(i);
+}
+// Raises ERangeError, naming n, for a count, capacity or increment above QyMaxVectorCount.
+inline void QyCheckVectorSize(long long n) {
+  if (n > QyMaxVectorCount) QyRaiseIndexError(n);
+}
+// The capacity that holds n, grown from `capacity` in whole steps of `increment` (n checked).
+inline int QyGrownCapacity(int capacity, int n, int increment) {
+  QyCheckVectorSize(n);
+  const long long steps = (static_cast<long long>(n) - capacity + increment - 1) / increment;
+  return static_cast<int>(
+      std::min<long long>(capacity + steps * increment, QyMaxVectorCount));
+}
 
 // Walks a vector by index: starts before the first value, MoveNext answers true while the index
 // stays below the vector's count (asked anew each step, so values added meanwhile are seen).
@@ -41,6 +63,7 @@ template <class T> class TQyPlainVector {
 public:
   // An increment below 1 falls back to 128; the array is allocated to one increment at once.
   explicit TQyPlainVector(int increment = 128) : FIncrement(increment >= 1 ? increment : 128) {
+    QyCheckVectorSize(FIncrement);
     FValues.resize(FIncrement);
     FCapacity = FIncrement;
   }
@@ -53,7 +76,7 @@ public:
   }
   // Writing behind the end extends the vector.
   void SetValue(int i, T v) {
-    if (i < 0) QyRaiseIndexError(i);
+    QyCheckGrowIndex(i);
     CheckCount(i + 1);
     FValues[i] = v;
   }
@@ -70,7 +93,7 @@ public:
   // Grows Capacity by Increment until n fits; Count follows n when n is larger.
   void CheckCount(int n) {
     if (n >= FCapacity) {
-      while (FCapacity < n) FCapacity += FIncrement;
+      FCapacity = QyGrownCapacity(FCapacity, n, FIncrement);
       Reserve(FCapacity);
     }
     if (n >= FCount) FCount = n;
@@ -91,6 +114,7 @@ protected:
   }
   void SetCapacity(int n) {
     if (n > FCount && n != FCapacity) {
+      QyCheckVectorSize(n);
       FCapacity = n;
       Reserve(n);
     }
@@ -138,7 +162,7 @@ public:
 
 private:
   QPointF& Slot(int i) {
-    if (i < 0) QyRaiseIndexError(i);
+    QyCheckGrowIndex(i);
     CheckCount(i + 1);
     return (*this)[i];
   }

@@ -49,6 +49,7 @@ struct TDecimal {
 
 constexpr int MaxPrecision = 18;  // FloatToStrF, Format: precision is clamped to 1..18
 constexpr int FmtPrecision = 15;  // FormatFloat (non-scientific) and FloatToStr: 15 digits
+constexpr int MaxFieldSize = 10000; // Format: largest width or precision
 
 TDecimal ShortestDecimal(double v) {
   TDecimal d;
@@ -758,20 +759,21 @@ QString Format(const QString& format, std::initializer_list<QVariant> args, cons
       return argv[argIndex++];
     };
     auto isDigit = [&](qsizetype k) { return k < n && format[k] >= '0' && format[k] <= '9'; };
-    // A number or '*' (taken from the arguments); -1 when absent.
+    // A number or '*' (taken from the arguments); -1 when absent. Above MaxFieldSize it is an
+    // error rather than a request for a text of that size.
     auto readNumber = [&]() -> long long {
+      long long v = 0;
       if (i < n && format[i] == '*') {
         ++i;
-        const QVariant& v = nextArg();
-        if (!IsIntegerVariant(v)) RaiseFormatError(QyRes::InvalidFormat, format);
-        return v.toLongLong();
+        const QVariant& a = nextArg();
+        if (!IsIntegerVariant(a)) RaiseFormatError(QyRes::InvalidFormat, format);
+        v = a.toLongLong();
+      } else if (!isDigit(i)) {
+        return -1;
       }
-      if (!isDigit(i)) return -1;
-      long long v = 0;
-      while (isDigit(i)) {
-        if (v < 100000000) v = v * 10 + (format[i].unicode() - '0');
-        ++i;
-      }
+      for (; isDigit(i); ++i)
+        if (v <= MaxFieldSize) v = v * 10 + (format[i].unicode() - '0');
+      if (v > MaxFieldSize) RaiseFormatError(QyRes::InvalidFormat, format);
       return v;
     };
     bool left = false;

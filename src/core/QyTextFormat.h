@@ -39,7 +39,7 @@
 //   kinds as the runtime demands: integers for d u x and *, floating point (double, float) for
 //   e f g n m, strings and characters for s; %u and %x show negatives in the argument's width
 //   (32 bits for int). Defaults: e g 15 digits, f n 2 decimals, m CurrencyDecimals. A wrong kind,
-//   a missing argument or an unknown type raise EConvertError.
+//   a missing argument, an unknown type or a width or precision above 10000 raise EConvertError.
 #include <QString>
 #include <QStringList>
 #include <QVariant>

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 using namespace QyExprFunctions;
 
@@ -170,6 +171,7 @@ private:
   }
 
   TQyNode* Operand(QStringView part, QStringView whole, int depth);
+  TQyNode* Terminal(QStringView piece, int depth);
   TQyNode* Leaf(QStringView s, int depth);
   TQyNode* Call(QStringView s, qsizetype bracket, int depth);
   const TQyFunctionRec* FindFunction(QStringView upper) const;
@@ -188,46 +190,46 @@ TQyNode* TreeBuilder::Operand(QStringView part, QStringView whole, int depth) {
 }
 
 // The rules in their order: additive, multiplicative, sign, power, then the leaves. A chain of
-// operators is built in a loop: each split hangs the next left operand below the last node.
+// operators is found in a loop (each split leaves its left operand to the next round) and then
+// built from the left, so that a failure names the leftmost piece that cannot be read.
 TQyNode* TreeBuilder::Build(QStringView s, int depth) {
   if (depth > TQyFunctionParser::MaxNesting) RaiseParseError(s);
   OperatorScan scan(s);
-  std::unique_ptr<TQyNode> root;
-  TQyNode* hook = nullptr;
-  auto attach = [&](TQyNode* n) {
-    if (hook) hook->SetNodeOne(n);
-    else root.reset(n);
+  struct TSplit {
+    qsizetype At, End; // the operator in s.first(End)
+    TQyTwoPrmFunction Function;
   };
-  auto split = [&](qsizetype p, TQyTwoPrmFunction f, QStringView piece) {
-    TQyNode* n = NewOperator(f);
-    attach(n);
-    n->SetNodeTwo(Operand(piece.mid(p + 1), piece, depth));
-    hook = n;
-  };
-  for (qsizetype end = s.size();;) {
-    const QStringView piece = s.first(end);
-    qsizetype p = scan.Additive.LastBefore(end);
-    if (p > 0 && !IsExponentSign(piece, p)) {
-      split(p, piece[p] == '+' ? Add : Subtract, piece);
-    } else if ((p = scan.Multiplicative.LastBefore(end)) > 0) {
-      split(p, piece[p] == '*' ? Multiply : Divide, piece);
-    } else if (piece[0] == '-') {
-      TQyNode* n = NewFunction(Negate);
-      attach(n);
-      n->SetNodeOne(Operand(piece.mid(1), piece, depth));
-      break;
-    } else if (piece[0] == '+') {
-      attach(Operand(piece.mid(1), piece, depth));
-      break;
-    } else if ((p = scan.Power.LastBefore(end)) > 0) {
-      split(p, Power, piece);
-    } else {
-      attach(Leaf(piece, depth));
-      break;
-    }
-    end = p; // the left operand, never empty: operators in first position do not count
+  std::vector<TSplit> splits; // from the right
+  QStringView piece = s;
+  for (;;) {
+    qsizetype p = scan.Additive.LastBefore(piece.size());
+    const qsizetype end = piece.size();
+    if (p > 0 && !IsExponentSign(piece, p)) splits.push_back({p, end, piece[p] == '+' ? Add : Subtract});
+    else if ((p = scan.Multiplicative.LastBefore(end)) > 0)
+      splits.push_back({p, end, piece[p] == '*' ? Multiply : Divide});
+    else if (piece[0] == '-' || piece[0] == '+') break;
+    else if ((p = scan.Power.LastBefore(end)) > 0) splits.push_back({p, end, Power});
+    else break;
+    piece = piece.first(p); // never empty: operators in first position do not count
   }
-  return root.release();
+  std::unique_ptr<TQyNode> left(Terminal(piece, depth));
+  for (auto it = splits.rbegin(); it != splits.rend(); ++it) {
+    const QStringView whole = s.first(it->End);
+    std::unique_ptr<TQyNode> n(NewOperator(it->Function));
+    n->SetNodeOne(left.release());
+    n->SetNodeTwo(Operand(whole.mid(it->At + 1), whole, depth));
+    left = std::move(n);
+  }
+  return left.release();
+}
+
+// The leftmost operand of a chain: a signed operand or a leaf.
+TQyNode* TreeBuilder::Terminal(QStringView piece, int depth) {
+  if (piece[0] == '+') return Operand(piece.mid(1), piece, depth);
+  if (piece[0] != '-') return Leaf(piece, depth);
+  std::unique_ptr<TQyNode> n(NewFunction(Negate));
+  n->SetNodeOne(Operand(piece.mid(1), piece, depth));
+  return n.release();
 }
 
 const TQyFunctionRec* TreeBuilder::FindFunction(QStringView upper) const {

@@ -1,5 +1,6 @@
 #include "QyCaptionParser.h"
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QHash>
 #include <QPainter>
 #include <QyExceptions.h>
@@ -20,12 +21,20 @@ void ColourFromId(const QString& id, TQyColor& colour) {
   } catch (const EQyException&) {
   }
 }
-// Whether the font system knows `family`; asked once per family (the look-up is slow, and axes
-// parse many labels in one face). Captions are parsed on the GUI thread only.
+// The family the font system draws for a name, after its substitutions (a face that stands in
+// for a missing one of the same metrics, as Liberation Serif for Times New Roman).
+QString DrawnFamily(const QString& family) { return QFontInfo(QFont(family)).family(); }
+
+// Whether the font system can draw `family`: installed, or substituted by a face of its own
+// rather than by the default that any unknown name gets. Asked once per family (the look-up is
+// slow, and axes parse many labels in one face). Captions are parsed on the GUI thread only.
 bool FamilyKnown(const QString& family) {
   static QHash<QString, bool> known;
   auto it = known.find(family);
-  if (it == known.end()) it = known.insert(family, QFontDatabase::hasFamily(family));
+  if (it == known.end()) {
+    static const QString unknownFace = DrawnFamily(QStringLiteral("Qy No Such Family"));
+    it = known.insert(family, QFontDatabase::hasFamily(family) || DrawnFamily(family) != unknownFace);
+  }
   return *it;
 }
 } // namespace

@@ -196,7 +196,7 @@ double TQyCustomDoubleVector::GetValue(int i) const {
 void TQyCustomDoubleVector::CheckCount(int n) {
   auto lock = WriteLock();
   if (n >= FCapacity) {
-    while (FCapacity < n) FCapacity += FIncrement;
+    FCapacity = QyGrownCapacity(FCapacity, n, FIncrement);
     // The observable capacity grows by Increment; the storage grows geometrically beneath, so
     // that appending stays O(1) amortised.
     if (static_cast<size_t>(FCapacity) > FValues.size())
@@ -207,7 +207,7 @@ void TQyCustomDoubleVector::CheckCount(int n) {
 }
 
 void TQyCustomDoubleVector::StoreValue(int i, double v) {
-  if (i < 0) QyRaiseIndexError(i);
+  QyCheckGrowIndex(i);
   if (static_cast<size_t>(i) >= FValues.size()) CheckCount(i + 1); // grow before storing
   FValues.Expose(size_t(i) + 1); // a gap before i reads as zeros
   FValues[i] = v;
@@ -215,7 +215,7 @@ void TQyCustomDoubleVector::StoreValue(int i, double v) {
 }
 
 void TQyCustomDoubleVector::SetValue(int i, double v) {
-  if (i < 0) QyRaiseIndexError(i);
+  QyCheckGrowIndex(i);
   TQyVectorChange change;
   {
     auto lock = WriteLock();
@@ -376,11 +376,13 @@ void TQyCustomDoubleVector::ClearOutlieres() {
 void TQyCustomDoubleVector::SetCapacity(int n) {
   auto lock = WriteLock();
   if (n <= GetCount() || n == FCapacity) return;
+  QyCheckVectorSize(n);
   FCapacity = n;
   if (static_cast<size_t>(n) > FValues.size()) FValues.resize(size_t(n));
 }
 
 void TQyCustomDoubleVector::SetIncrement(int n) {
+  QyCheckVectorSize(n);
   auto lock = WriteLock();
   if (n >= 128) FIncrement = n;
 }
@@ -495,6 +497,7 @@ TQyDoubleVector::~TQyDoubleVector() { FDestroying = true; }
 
 void TQyDoubleVector::SetValues(std::vector<double> values) {
   {
+    QyCheckVectorSize(static_cast<long long>(values.size()));
     auto lock = WriteLock();
     const int n = int(values.size());
     FValues.Assign(values, 1);
@@ -512,6 +515,7 @@ template <class T> void TQyDoubleVector::AddRangeOf(const T* values, int n) {
   {
     auto lock = WriteLock();
     const int start = GetCount();
+    QyCheckVectorSize(static_cast<long long>(start) + n);
     CheckCount(start + n);
     std::copy(values, values + n, FValues.begin() + start);
   }

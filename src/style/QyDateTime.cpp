@@ -38,14 +38,28 @@ long long MilliSecondsOfDay(double t) {
   return ms >= 86400000 ? ms - 86400000 : ms;
 }
 
-QString TwoDigits(long long v) { return v < 10 ? "0" + IntToStr(v) : IntToStr(v); }
+// A whole number as text, also one beyond 64 bits (the days of an astronomic span).
+QString WholeToStr(double whole) { return QyFitsInt64(whole) ? IntToStr(Trunc(whole)) : FloatToStr(whole); }
+QString TwoDigits(double v) { return v < 10 ? "0" + WholeToStr(v) : WholeToStr(v); }
+
+// Takes the whole units off a non-negative `rest` (exactly: fmod) and gives their count.
+double TakeWhole(double& rest, double unit) {
+  const double part = std::fmod(rest, unit);
+  const double whole = std::nearbyint((rest - part) / unit);
+  rest = part;
+  return whole;
+}
+
+// Beyond this many seconds a double has no millisecond digits left to round.
+constexpr double SecondsWithMilliseconds = 9007199254740.992;
 
 } // namespace
 
 QString SecondsToString(double seconds, TQySecondsFormatRange range) {
   if (!std::isfinite(seconds)) return FloatToStr(seconds);
   double x = seconds;
-  if (range > TQySecondsFormatRange::Second) x = static_cast<double>(Round(x * 1000.0)) / 1000.0;
+  if (range > TQySecondsFormatRange::Second && std::fabs(x) < SecondsWithMilliseconds)
+    x = static_cast<double>(Round(x * 1000.0)) / 1000.0;
   QString sign;
   if (x < 0) {
     sign = "-";
@@ -54,20 +68,11 @@ QString SecondsToString(double seconds, TQySecondsFormatRange range) {
   QString text;
   double rest = x;
   if (range == TQySecondsFormatRange::Day) {
-    const long long days = Trunc(rest / 86400.0);
-    if (days > 0) text += IntToStr(days) + ".";
-    rest -= static_cast<double>(days) * 86400.0;
+    const double days = TakeWhole(rest, 86400.0);
+    if (days > 0) text += WholeToStr(days) + ".";
   }
-  if (range >= TQySecondsFormatRange::Hour) {
-    const long long hours = Trunc(rest / 3600.0);
-    text += TwoDigits(hours) + ":";
-    rest -= static_cast<double>(hours) * 3600.0;
-  }
-  if (range >= TQySecondsFormatRange::Minute) {
-    const long long minutes = Trunc(rest / 60.0);
-    text += TwoDigits(minutes) + ":";
-    rest -= static_cast<double>(minutes) * 60.0;
-  }
+  if (range >= TQySecondsFormatRange::Hour) text += TwoDigits(TakeWhole(rest, 3600.0)) + ":";
+  if (range >= TQySecondsFormatRange::Minute) text += TwoDigits(TakeWhole(rest, 60.0)) + ":";
   if (!text.isEmpty() && rest <= 9.999999) text += "0";
   if (rest <= 0.000001) text += "0";
   else text += RealToStrDigits(rest, 6);
@@ -111,15 +116,14 @@ double DateTimeSpan(double earlier, double later) {
 QString DoubleToTimeSpanStr(double x, const TFormatSettings& fs) {
   const QString timeFormat = QStringLiteral("hh:nn:ss") + fs.DecimalSeparator + QStringLiteral("zzz");
   if (!std::isfinite(x)) return FormatDateTime(timeFormat, x, fs); // raises EInvalidOp
-  const double dayPart = std::trunc(x);
-  long long days = static_cast<long long>(dayPart);
-  long long ms = Round(std::fabs(x - dayPart) * MSecsPerDay);
+  double days = std::trunc(x);
+  long long ms = Round(std::fabs(x - days) * MSecsPerDay);
   if (ms >= 86400000) { // rounds up to a whole day
     ms -= 86400000;
     days += x < 0 ? -1 : 1;
   }
   QString s;
-  if (days != 0) s = IntToStr(days) + ".";
+  if (days != 0) s = WholeToStr(days) + ".";
   else if (x < 0 && ms > 0) s = "-";
   return s + FormatDateTime(timeFormat, static_cast<double>(ms) / MSecsPerDay, fs);
 }

@@ -3,6 +3,7 @@
 #include "QyHatch.h"
 #include "QyLocalize.h"
 #include "QyRounding.h"
+#include "QyStringFunctions.h"
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QPalette>
@@ -124,28 +125,6 @@ const char* NameAt(int index) {
   return index <= 26 ? SystemColors[size_t(index - 1)].name : WebColors[size_t(index - 27)].name;
 }
 
-// The integer reading of colour texts: optional blanks and sign, then decimal digits, or hex
-// digits after "$", "0X" or "X". Decimal must fit a signed 32-bit integer, hex 32 bits.
-bool ParseInteger(const QString& text, qint64& out) {
-  QString s = text;
-  qsizetype i = 0;
-  while (i < s.size() && s[i] == ' ') ++i;
-  bool negative = false;
-  if (i < s.size() && (s[i] == '-' || s[i] == '+')) negative = s[i++] == '-';
-  int base = 10;
-  if (s.mid(i, 1) == "$" || s.mid(i, 1).toUpper() == "X") { base = 16; i += 1; }
-  else if (s.mid(i, 2).toUpper() == "0X") { base = 16; i += 2; }
-  const QString digits = s.mid(i);
-  if (digits.isEmpty() || digits.size() > 10) return false;
-  bool ok = false;
-  const qint64 v = digits.toLongLong(&ok, base);
-  if (!ok || digits.startsWith('+') || digits.startsWith('-')) return false;
-  const qint64 limit = base == 16 ? 0xFFFFFFFFLL : (negative ? 2147483648LL : 2147483647LL);
-  if (v > limit) return false;
-  out = negative ? -v : v;
-  return true;
-}
-
 float Channel(quint8 v) { return float(v) / 255.0f; }
 } // namespace
 
@@ -163,9 +142,7 @@ TQyColor ColorToARGB(const QString& text) {
   const QString upper = text.toUpper();
   for (int i = 1; i <= QyColorCount; ++i)
     if (upper == QString::fromLatin1(NameAt(i)).toUpper()) return QyColorValue(i);
-  qint64 v = 0;
-  if (!ParseInteger(upper, v)) throw EConvertError(QyFormatMessage(QyRes::StyleNotAnInteger, {upper}));
-  return TQyColor(quint32(v));
+  return TQyColor(quint32(StrToInt(upper))); // decimal or "$" hex, as any integer text
 }
 
 QString ARGBToString(TQyColor c, bool includeSystem) {
@@ -190,10 +167,7 @@ quint8 RichIDChannel(const QString& text, const char* key, bool last) {
     const qsizetype end = text.indexOf(last ? QChar(']') : QChar(','), from);
     number = text.mid(from, end < 0 ? -1 : end - from);
   }
-  qint64 v = 0;
-  if (!ParseInteger(number, v))
-    throw EConvertError(QyFormatMessage(QyRes::StyleNotAnInteger, {number}));
-  return quint8(v & 0xFF);
+  return quint8(StrToInt(number) & 0xFF);
 }
 } // namespace
 

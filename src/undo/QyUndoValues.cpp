@@ -171,6 +171,8 @@ void TQyUndoStack::ReadPropertyFrom(TQyValueReader& r, QObject* o, const QByteAr
   } else if (IsFloat(t)) {
     v = r.ReadFloat();
     v.convert(t);
+  } else if (t.id() == QMetaType::Bool) {
+    v = (r.ReadInteger() & 0xFF) != 0; // the bool's byte: a damaged log may hold any value there
   } else if (IsRawInteger(p)) {
     const qint64 raw = r.ReadInteger();
     char bytes[sizeof(qint64)] = {};

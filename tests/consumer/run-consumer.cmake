@@ -5,8 +5,12 @@ execute_process(COMMAND ${CMAKE_COMMAND} --install ${QY_BUILD_DIR} --prefix ${QY
 if(NOT rc EQUAL 0)
   message(FATAL_ERROR "install failed")
 endif()
+set(compiler)
+if(QY_CONSUMER_CXX) # a library built by clang with sanitizers: the program carries their runtime
+  set(compiler -DCMAKE_CXX_COMPILER=${QY_CONSUMER_CXX} "-DCMAKE_EXE_LINKER_FLAGS=-fsanitize=address,undefined")
+endif()
 execute_process(COMMAND ${CMAKE_COMMAND} -S ${QY_CONSUMER_SRC} -B ${QY_WORK_DIR}/build -G Ninja
-                        -DCMAKE_PREFIX_PATH=${QY_WORK_DIR}/prefix RESULT_VARIABLE rc)
+                        -DCMAKE_PREFIX_PATH=${QY_WORK_DIR}/prefix ${compiler} RESULT_VARIABLE rc)
 if(NOT rc EQUAL 0)
   message(FATAL_ERROR "consumer configure failed")
 endif()

@@ -274,6 +274,16 @@ TEST(TextFormatFormat, BadDirectivesRaiseEConvertError) {
   EXPECT_THROW(Format("%s", {5}), EConvertError);
   EXPECT_THROW(Format("%q", {1}), EConvertError);
   EXPECT_THROW(Format("50%", {}), EConvertError);
+  // Widths and precisions are capped at 10000: beyond it the directive is bad, not a huge text.
+  const struct { QString format; QVariant a, b; } capped[] = {
+      {"%10001d", 1, 0}, {"%.10001f", 1.0, 0}, {"%999999999s", QString("x"), 0}, {"%*d", 1 << 30, 1},
+      {"%.*d", std::numeric_limits<int>::max(), 1}, {"%-99999999999999999999d", 1, 0}};
+  for (const auto& c : capped)
+    EXPECT_EQ(QyMessageOf<EConvertError>([&] { Format(c.format, {c.a, c.b}); }),
+              "Format '" + c.format + "' invalid or incompatible with argument")
+        << c.format.toStdString();
+  EXPECT_EQ(Format("%10000d", {1}).size(), 10000);
+  EXPECT_EQ(Format("%.10000d", {1}).size(), 10000);
   EXPECT_THAT(QyMessageOf<EConvertError>([] { Format("%d and %d", {1}); }).toStdString(),
               testing::StartsWith("No argument for format"));
 }

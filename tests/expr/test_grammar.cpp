@@ -70,6 +70,9 @@ TEST(ExprGrammar, UnreadablePiecesAreNamedInTheMessage) {
       // the whole text, which no other rule can read. A number too large for a double is none.
       {"2+1E-3", "2+1E-3"}, {"X1E-3", "X1E-3"}, {"1E999", "1E999"},
       {"1+Foo", "FOO"}, {"Foo(2)*3", "FOO(2)"}, {"1.2.3", "1.2.3"},
+      // The left operand is built before the right one: the leftmost bad piece is named.
+      {"Foo+Bar", "FOO"}, {"1+Foo-Bar*2", "FOO"}, {"Foo*Bar^2", "FOO"}, {"-Foo*Bar", "FOO"},
+      {"2^Foo^Bar", "FOO"}, {"Foo+2*", "FOO"},
       // A function call followed by more text drops the last ")" and fails on the text inside.
       {"Sin(1)Cos(2)", "1)COS(2"}, {"Sin(1)2", "1)"},
       // Empty operands fail with their piece.

@@ -1,5 +1,6 @@
 // Parsing of the mark-up into runs: text, style, size and offsets relative to the line height.
 #include "QyCaptionTestKit.h"
+#include <QFontInfo>
 #include <gtest/gtest.h>
 
 namespace {
@@ -111,6 +112,12 @@ TEST(CaptionMarkup, FontSwitchAndLiteralBackslash) {
   ASSERT_EQ(unknown.Runs(), 3u);
   EXPECT_EQ(unknown.Run(1).FontName, "Arial"); // falls back, and stays for the next runs
   EXPECT_EQ(unknown.Run(2).FontName, "Arial");
+
+  // A family that the font system substitutes is no unknown one: the serif stand-in draws.
+  Parsed serif("a\\f[Times New Roman]b");
+  ASSERT_EQ(serif.Runs(), 2u);
+  EXPECT_EQ(serif.Run(1).FontName, "Times New Roman");
+  EXPECT_EQ(QFontInfo(serif.Run(1).Font).family(), "Liberation Serif");
 }
 
 TEST(CaptionMarkup, MalformedMarkupShowsWhatTheTextSays) {

@@ -33,7 +33,7 @@ TEST(SeriesDrawing, AreaAndBandPolygons) {
   ASSERT_EQ(poly.size(), 6);
   const double base = f.Y()->NumberToWorld(0) - 0.5;
   for (int i = 0; i < 4; ++i) EXPECT_EQ(poly[i], s->Points()[i]);
-  EXPECT_EQ(poly.mid(4), QPolygonF({{f.X()->NumberToWorld(3), base}, {f.X()->NumberToWorld(0), base}}));
+  EXPECT_EQ(poly.mid(4), QPolygonF(QList<QPointF>{{f.X()->NumberToWorld(3), base}, {f.X()->NumberToWorld(0), base}}));
 
   // A band to a lower series: forward along this one, back along the other. A band is an area:
   // it makes the area visible.

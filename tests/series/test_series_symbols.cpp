@@ -262,7 +262,7 @@ TEST(SeriesLegend, SamplesAndItemHeight) {
   DrawItem(s, dev, r);
   auto line = dev.WithPenColor(QColor(0x12, 0x34, 0x56));
   ASSERT_EQ(line.size(), 1u);
-  EXPECT_EQ(line[0]->DevicePoints(), QPolygonF({{10, 28}, {50, 28}}));
+  EXPECT_EQ(line[0]->DevicePoints(), QPolygonF(QList<QPointF>{{10, 28}, {50, 28}}));
   EXPECT_FALSE(dev.Select([&](const QyPrimitive& p) {
                     return p.brush.color() == QColor(0x20, 0x80, 0x20) && p.DevicePoints().boundingRect() == r;
                   }).empty()); // the area fills the rectangle

@@ -3,7 +3,9 @@
 #include <QyExceptions.h>
 #include <QyPlainVectors.h>
 #include <QyVectors.h>
+#include <functional>
 #include <gtest/gtest.h>
+#include <limits>
 #include <numeric>
 
 namespace {
@@ -77,6 +79,51 @@ TEST(PlainVectors, IndexErrorsAndDelete) {
   EXPECT_EQ(RangeMessage([&] { p.GetX(3); }), "i=3 index out of range");
   EXPECT_EQ(RangeMessage([&] { p.GetY(3); }), "i=3 index out of range");
   EXPECT_EQ(RangeMessage([&] { p.SetX(-1, 0); }), "i=-1 index out of range");
+}
+
+// Indices and sizes near the int limit are range errors that name the number, and leave the
+// vector as it was: no overflowing growth, no endless capacity loop, no gigabyte allocation.
+TEST(AllVectors, IndicesAndSizesNearTheIntLimitAreRangeErrors) {
+  constexpr int Max = std::numeric_limits<int>::max();
+  TQyIntegerVector iv;
+  TQySingleVector sv;
+  TQyBooleanVector bv;
+  TQyPointVector pv;
+  TQyDoubleVector dv;
+  iv.Add(1);
+  dv.Add(1);
+  const double one = 1;
+  const struct {
+    const char* call;
+    std::function<void()> f;
+    QString message;
+  } rows[] = {
+      {"int SetValue max", [&] { iv.SetValue(Max, 0); }, "i=2147483647 index out of range"},
+      {"int SetValue max-1", [&] { iv.SetValue(Max - 1, 0); }, "i=2147483646 index out of range"},
+      {"int SetCount", [&] { iv.SetCount(Max); }, "i=2147483647 index out of range"},
+      {"int CheckCount", [&] { iv.CheckCount(Max - 1); }, "i=2147483646 index out of range"},
+      {"int SetCapacity", [&] { iv.SetCapacity(Max); }, "i=2147483647 index out of range"},
+      {"single SetValue", [&] { sv.SetValue(Max - 1, 0); }, "i=2147483646 index out of range"},
+      {"boolean SetCount", [&] { bv.SetCount(Max); }, "i=2147483647 index out of range"},
+      {"boolean increment", [&] { TQyBooleanVector b(Max); }, "i=2147483647 index out of range"},
+      {"point SetX", [&] { pv.SetX(Max, 0); }, "i=2147483647 index out of range"},
+      {"point SetY", [&] { pv.SetY(Max - 1, 0); }, "i=2147483646 index out of range"},
+      {"double SetValue max", [&] { dv.SetValue(Max, 0); }, "i=2147483647 index out of range"},
+      {"double SetValue max-1", [&] { dv.SetValue(Max - 1, 0); }, "i=2147483646 index out of range"},
+      {"double Insert", [&] { dv.Insert(Max, 0); }, "i=2147483647 index out of range"},
+      {"double CheckCount", [&] { dv.CheckCount(Max); }, "i=2147483647 index out of range"},
+      {"double SetCapacity", [&] { dv.SetCapacity(Max); }, "i=2147483647 index out of range"},
+      {"double SetIncrement", [&] { dv.SetIncrement(Max); }, "i=2147483647 index out of range"},
+      // One value present: the new count would be 2^31.
+      {"double AddRange", [&] { dv.AddRange(&one, Max); }, "i=2147483648 index out of range"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(QyMessageOf<ERangeError>(row.f), row.message) << row.call;
+  iv.Delete(Max); // out of range: ignored
+  dv.Delete(Max);
+  EXPECT_EQ(std::tuple(iv.Count(), iv.Capacity(), dv.Count(), dv.Capacity(), dv.Increment()),
+            std::tuple(1, 128, 1, 128, 128));
+  EXPECT_EQ(std::tuple(sv.Count(), bv.Count(), pv.Count()), std::tuple(0, 0, 0));
 }
 
 TEST(PlainVectors, EnumeratorsStartBeforeTheFirstValue) {

@@ -59,7 +59,9 @@ TEST(ColorText, NamesInAnyCaseAndNumbers) {
   const struct { const char* text; TQyColor value; } cases[] = {
       {"DarkRed", 0xFF8B0000u},   {"darkred", 0xFF8B0000u}, {"DARKRED", 0xFF8B0000u},
       {"$80FF0000", 0x80FF0000u}, {"$80ff0000", 0x80FF0000u}, // half-transparent red
-      {"255", 255u},              {"-1", 0xFFFFFFFFu},      {"0x10", 16u}};
+      {"255", 255u},              {"-1", 0xFFFFFFFFu},      {"0x10", 16u},
+      // Integer text as everywhere: leading zeros of any length, blanks before it.
+      {"$000000000080FF0000", 0x80FF0000u}, {"000000000000255", 255u}, {" $10", 16u}};
   for (const auto& c : cases) EXPECT_EQ(ColorToARGB(c.text), c.value) << c.text;
 }
 
@@ -99,6 +101,7 @@ TEST(ColorText, RichIdentifiers) {
   EXPECT_EQ(RichIDToTQyColor("[A=128, R=255, G=1, B=2"), 0x80FF0102u); // as rich captions pass it
   EXPECT_EQ(RichIDToTQyColor("[A=128, R=255, G=1, B=2]"), 0x80FF0102u);
   EXPECT_EQ(RichIDToTQyColor("[A=255, R=256, G=1, B=2"), 0xFF000102u); // truncated to a byte
+  EXPECT_EQ(RichIDToTQyColor("[A=000000000255, R=0, G=0, B=$0000000000FF"), 0xFF0000FFu);
   EXPECT_THROW(RichIDToTQyColor("[A=255, R=x, G=1, B=2"), EConvertError);
   EXPECT_THROW(RichIDToTQyColor("nothing"), EConvertError);
   for (TQyColor c : {0u, 0xFFFFFFFFu, 0x7F00FF80u})

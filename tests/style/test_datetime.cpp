@@ -25,7 +25,12 @@ TEST(QyDateTimeSecondsToString, Ranges) {
       {1e-7, R::Minute, "00:00"}, {3661.5, R::Hour, "01:01:01.5"}, {360000, R::Hour, "100:00:00"},
       {3661.0004, R::Hour, "01:01:01"}, {3661.0006, R::Hour, "01:01:01.001"},
       {90061.5, R::Day, "1.01:01:01.5"}, {3600, R::Day, "01:00:00"}, {86399.9996, R::Day, "1.00:00:00"},
-      {864000, R::Day, "10.00:00:00"}, {-30, R::Minute, "-00:30"}, {-3661, R::Hour, "-01:01:01"}};
+      {864000, R::Day, "10.00:00:00"}, {-30, R::Minute, "-00:30"}, {-3661, R::Hour, "-01:01:01"},
+      // Beyond 64-bit milliseconds: 1e16 = 115740740740 * 86400 + 64000 = 2777777777777 * 3600
+      // + 2800; 9.5e15 = 158333333333333 * 60 + 20; 1e300 = 1.1574074074074075e295 days + 63360 s
+      // (the remainder by Python's math.fmod, which is exact).
+      {1e16, R::Day, "115740740740.17:46:40"}, {1e16, R::Hour, "2777777777777:46:40"},
+      {-9.5e15, R::Minute, "-158333333333333:20"}, {1e300, R::Day, "1.15740740740741E295.17:36:00"}};
   for (const auto& c : cases)
     EXPECT_EQ(SecondsToString(c.seconds, c.range).toStdString(), c.expected)
         << c.seconds << " range " << static_cast<int>(c.range);
@@ -106,6 +111,9 @@ TEST(QyDateTimeSpanText, DoubleToTimeSpanStr) {
   EXPECT_EQ(DoubleToTimeSpanStr(-0.25), "-06:00:00.000");
   EXPECT_EQ(DoubleToTimeSpanStr(0.99999999999), "1.00:00:00.000"); // rounds up to a whole day
   EXPECT_EQ(DoubleToTimeSpanStr(400), "400.00:00:00.000");
+  // Day numbers beyond 64 bits are whole: no time of day, the days in float text.
+  EXPECT_EQ(DoubleToTimeSpanStr(1.3e219), "1.3E219.00:00:00.000");
+  EXPECT_EQ(DoubleToTimeSpanStr(-1e19), "-1E19.00:00:00.000");
   TFormatSettings fs = DefaultFormatSettings();
   fs.DecimalSeparator = ',';
   EXPECT_EQ(DoubleToTimeSpanStr(1.5 + 0.25 / 86400, fs), "1.12:00:00,250");

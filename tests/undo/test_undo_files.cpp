@@ -10,6 +10,7 @@
 #include <QyUndoStack.h>
 #include <QyVectors.h>
 #include <csignal>
+#include <cstring>
 #include <sys/resource.h>
 
 namespace {
@@ -21,6 +22,18 @@ struct TempDirOverride {
   ~TempDirOverride() {
     if (old.isEmpty()) qunsetenv("TMPDIR");
     else qputenv("TMPDIR", old);
+  }
+};
+
+// A stack with its logs in files of a fresh temporary folder, and a line that records on it.
+struct FileLogs {
+  QTemporaryDir dir;
+  TempDirOverride tmp{dir.path()};
+  TQyUndoStack stack;
+  TQyLineSettings line{nullptr};
+  FileLogs() {
+    stack.SetToMemoryStream(false);
+    line.SetUndoStack(&stack);
   }
 };
 
@@ -64,6 +77,28 @@ TEST(UndoFiles, ThreeConsecutiveFreeNamesRemovedOnDestruction) {
   EXPECT_EQ(f.readAll(), "foreign");
 }
 
+// A damaged log: the byte of a recorded boolean is read as that byte compared with 0, so a value
+// other than 0 or 1 gives a proper true and never reaches a bool as it is.
+TEST(UndoFiles, ABooleanByteOtherThanZeroOrOneReplaysAsTrue) {
+  for (const auto& [stored, expected] : {std::pair<char, bool>{5, true}, {char(0x80), true}, {0, false}}) {
+    FileLogs f;
+    ASSERT_TRUE(f.dir.isValid());
+    f.line.SetVisible(false); // the record ends with the old value: tag, then 4 bytes of 1
+    {
+      QFile log(f.stack.LogFileNames()[0]);
+      ASSERT_TRUE(log.open(QIODevice::ReadWrite));
+      ASSERT_TRUE(log.seek(log.size() - 4));
+      ASSERT_EQ(log.peek(1), QByteArray(1, 1));
+      log.write(&stored, 1);
+    }
+    f.stack.Undo(0);
+    const bool visible = f.line.GetVisible();
+    unsigned char byte;
+    std::memcpy(&byte, &visible, 1);
+    EXPECT_EQ(byte, expected ? 1 : 0) << int(stored);
+  }
+}
+
 TEST(UndoFiles, UnusableTempFolderFailsClearlyAndTheModelKeepsItsState) {
   QTemporaryDir scratch;
   ASSERT_TRUE(scratch.isValid());
@@ -90,13 +125,10 @@ TEST(UndoFiles, UnusableTempFolderFailsClearlyAndTheModelKeepsItsState) {
 }
 
 TEST(UndoFiles, FullMediumFailsTheWriteAndKeepsEarlierEntries) {
-  QTemporaryDir dir;
-  ASSERT_TRUE(dir.isValid());
-  TempDirOverride tmp(dir.path());
-  TQyUndoStack stack;
-  stack.SetToMemoryStream(false);
-  TQyLineSettings line(nullptr);
-  line.SetUndoStack(&stack);
+  FileLogs f;
+  ASSERT_TRUE(f.dir.isValid());
+  TQyUndoStack& stack = f.stack;
+  TQyLineSettings& line = f.line;
   line.SetWidth(2);
 
   TQyDoubleVector v;
