@@ -53,21 +53,18 @@ bool Dense(const TQyColumn& col, const QPointF* pts) {
   return lo <= col.Column + 0.5 && hi >= col.Column + 0.5;
 }
 
-// The band of the columns [a, b): a staircase along the tops, back along the bottoms.
-void FillBand(QPainter* g, const std::vector<TQyColumn>& cols, int a, int b, const QPointF* pts, double half) {
-  std::vector<QPointF> poly;
-  poly.reserve(size_t(b - a) * 4);
-  auto left = [&](int j) { return j == a ? pts[cols[size_t(j)].First].x() - half : cols[size_t(j)].Column; };
-  auto right = [&](int j) { return j == b - 1 ? pts[cols[size_t(j)].Last].x() + half : cols[size_t(j)].Column + 1; };
+// The band of the columns [a, b): each column's extent as one rectangle. Adjacent rectangles
+// make the same staircase as one polygon would, but the raster engine fills an axis-parallel
+// rectangle in time proportional to its pixels, while a polygon of thousands of edges costs it
+// about a hundred times more.
+void FillBand(QPainter* g, const std::vector<TQyColumn>& cols, int a, int b, const QPointF* pts, double half,
+              const QColor& color) {
   for (int j = a; j < b; ++j) {
-    poly.emplace_back(left(j), cols[size_t(j)].Top - half);
-    poly.emplace_back(right(j), cols[size_t(j)].Top - half);
+    const TQyColumn& col = cols[size_t(j)];
+    const double left = j == a ? pts[col.First].x() - half : col.Column;
+    const double right = j == b - 1 ? pts[col.Last].x() + half : col.Column + 1;
+    g->fillRect(QRectF(left, col.Top - half, right - left, col.Bottom - col.Top + 2 * half), color);
   }
-  for (int j = b - 1; j >= a; --j) {
-    poly.emplace_back(right(j), cols[size_t(j)].Bottom + half);
-    poly.emplace_back(left(j), cols[size_t(j)].Bottom + half);
-  }
-  g->drawPolygon(poly.data(), int(poly.size()), Qt::WindingFill);
 }
 
 bool Bandable(const QPainter* g) {
@@ -99,11 +96,7 @@ void QyDrawPolylineWithBands(QPainter* g, const QPointF* pts, int n) {
       continue;
     }
     stroke(cols[size_t(a)].First);
-    g->save();
-    g->setPen(Qt::NoPen);
-    g->setBrush(pen.color());
-    FillBand(g, cols, a, b, pts, half);
-    g->restore();
+    FillBand(g, cols, a, b, pts, half, pen.color());
     strokeFrom = cols[size_t(b - 1)].Last;
     a = b;
   }

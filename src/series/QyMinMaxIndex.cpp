@@ -36,7 +36,10 @@ int QyFirstEqual(const double* v, int a, int b, double x) {
 
 TQyMinMaxIndex::Block TQyMinMaxIndex::Scan(const double* v, int a, int b) {
   if (a >= b) return {0, 0, -1, -1};
-  const TQyRangeStats s = QyRangeStats(v, a, b);
+  return FromStats(v, a, b, QyRangeStats(v, a, b));
+}
+
+TQyMinMaxIndex::Block TQyMinMaxIndex::FromStats(const double* v, int a, int b, const TQyRangeStats& s) {
   if (s.Finite) return {s.Low, s.High, QyFirstEqual(v, a, b, s.Low), QyFirstEqual(v, a, b, s.High)};
   Block r{0, 0, -1, -1};
   for (int i = a; i < b; ++i) {
@@ -63,6 +66,12 @@ void TQyMinMaxIndex::Take(Block& into, const Block& part) {
 void TQyMinMaxIndex::Extend(const double* v, int n) {
   for (int k = int(FBlocks.size()); (k + 1) * BlockSize <= n; ++k)
     FBlocks.push_back(Scan(v, k * BlockSize, (k + 1) * BlockSize));
+  Publish();
+}
+
+void TQyMinMaxIndex::ExtendBlock(const double* v, int a, const TQyRangeStats& s) {
+  if (a != int(FBlocks.size()) * BlockSize) return;
+  FBlocks.push_back(FromStats(v, a, a + BlockSize, s));
   Publish();
 }
 

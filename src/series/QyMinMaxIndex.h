@@ -22,6 +22,9 @@ public:
 
   // Values [0, n) exist: indexes the complete blocks not yet indexed.
   void Extend(const double* v, int n);
+  // The block starting at a (a multiple of BlockSize) has the statistics s: it is indexed from
+  // them when it is the next block, so that one pass over the values serves both.
+  void ExtendBlock(const double* v, int a, const TQyRangeStats& s);
   // Forgets the blocks from the one holding i on (values from i on moved or went).
   void Truncate(int i);
   // The value at i changed in place: its block is taken anew.
@@ -37,6 +40,7 @@ public:
 private:
   struct Block { double Low, High; int LowIdx, HighIdx; }; // LowIdx -1: no finite value
   static Block Scan(const double* v, int a, int b);
+  static Block FromStats(const double* v, int a, int b, const TQyRangeStats& s);
   static void Take(Block& into, const Block& part);
   void Publish() { FIndexed.store(int(FBlocks.size()), std::memory_order_release); }
   std::vector<Block> FBlocks;

@@ -97,9 +97,11 @@ TQyCustomDoubleVector::~TQyCustomDoubleVector() {
 // ---- statistics -------------------------------------------------------------------------------
 
 void TQyCustomDoubleVector::CheckMinMax() {
-  if (StatisticsCurrent()) return;
-  auto lock = WriteLock();
-  CheckMinMaxLocked();
+  if (!StatisticsCurrent()) {
+    auto lock = WriteLock();
+    CheckMinMaxLocked();
+  }
+  FSeenCount.store(FCheckedCount.load(std::memory_order_acquire), std::memory_order_release);
 }
 
 TQyVectorLock TQyCustomDoubleVector::ReadLock() {
@@ -120,23 +122,27 @@ void TQyCustomDoubleVector::CheckMinMaxLocked() {
   const int n = FCount.load(std::memory_order_acquire);
   const double* v = FValues.data();
   if (!FHasOutliers) {
-    // By blocks: a block's extremes decide whether its first index of the extreme is needed, so
-    // the pass per value is a few independent comparisons (the first index of a tie is kept).
-    for (int a = FCheckedCount; a < n; a += TQyMinMaxIndex::BlockSize) {
-      const int b = std::min(n, a + TQyMinMaxIndex::BlockSize);
+    // By blocks aligned with the index: a block's extremes decide whether its first index of the
+    // extreme is needed, so the pass per value is a few independent comparisons (the first index
+    // of a tie is kept), and each block serves the statistics and the index while it is cached.
+    // The sum waits until it is asked for (SumPending): a picture needs only the extremes.
+    constexpr int Block = TQyMinMaxIndex::BlockSize;
+    for (int a = FCheckedCount; a < n;) {
+      const int b = std::min(n, (a / Block + 1) * Block);
       const TQyRangeStats r = QyRangeStats(v, a, b);
+      if (b - a == Block) FIndex.ExtendBlock(v, a, r);
       if (r.Low < FMinimum) FMinimumIdx = QyFirstEqual(v, a, b, r.Low), FMinimum = v[FMinimumIdx];
       if (r.High > FMaximum) FMaximumIdx = QyFirstEqual(v, a, b, r.High), FMaximum = v[FMaximumIdx];
       FOnlyAscending = FOnlyAscending && r.Ascending && (a == 0 || v[a] > v[a - 1]);
+      a = b;
     }
-    for (int i = FCheckedCount; i < n; ++i) FSum += v[i]; // in order: the sum stays exact as before
     if (n > FCheckedCount) FLastValidIdx = n - 1;
     FMinimumIncludingOutliers = FMinimum;
     FMaximumIncludingOutliers = FMaximum;
     FMinimumIdxIncludingOutliers = FMinimumIdx;
     FMaximumIdxIncludingOutliers = FMaximumIdx;
-    FSumIncludingOutliers = FSum;
   } else {
+    SumPending(); // values checked before the first outlier came
     for (int i = FCheckedCount; i < n; ++i) {
       const double x = v[i];
       if (x < FMinimumIncludingOutliers) { FMinimumIncludingOutliers = x; FMinimumIdxIncludingOutliers = i; }
@@ -151,6 +157,7 @@ void TQyCustomDoubleVector::CheckMinMaxLocked() {
       FLastValidIdx = i;
       FSum += x;
     }
+    FSummedCount = n;
   }
   FCheckedCount = n;
   FIndex.Extend(v, n);
@@ -170,13 +177,32 @@ QY_STAT_GETTER(int, GetMaximumIdx, FMaximumIdx)
 QY_STAT_GETTER(int, GetMinimumIdxIncludingOutliers, FMinimumIdxIncludingOutliers)
 QY_STAT_GETTER(int, GetMaximumIdxIncludingOutliers, FMaximumIdxIncludingOutliers)
 QY_STAT_GETTER(bool, GetOnlyAscending, FOnlyAscending)
-QY_STAT_GETTER(double, GetSum, FSum)
-QY_STAT_GETTER(double, GetSumIncludingOutliers, FSumIncludingOutliers)
 #undef QY_STAT_GETTER
+
+void TQyCustomDoubleVector::SumPending() {
+  if (FSummedCount >= FCheckedCount) return;
+  for (int i = FSummedCount; i < FCheckedCount; ++i) FSum += FValues[i]; // in order, as added
+  FSumIncludingOutliers = FSum; // values summed here are of a vector without outliers
+  FSummedCount = FCheckedCount;
+}
+
+double TQyCustomDoubleVector::GetSum() {
+  CheckMinMax();
+  auto lock = WriteLock();
+  SumPending();
+  return FSum;
+}
+
+double TQyCustomDoubleVector::GetSumIncludingOutliers() {
+  CheckMinMax();
+  auto lock = WriteLock();
+  SumPending();
+  return FSumIncludingOutliers;
+}
 
 void TQyCustomDoubleVector::ResetRanges() {
   auto lock = WriteLock();
-  FCheckedCount = 0;
+  FCheckedCount = FSummedCount = FSeenCount = 0;
   FMinimumIdx = FMaximumIdx = FMinimumIdxIncludingOutliers = FMaximumIdxIncludingOutliers = -1;
   FMinimum = FMinimumIncludingOutliers = QyMaxDouble();
   FMaximum = FMaximumIncludingOutliers = -QyMaxDouble();
@@ -234,12 +260,12 @@ void TQyCustomDoubleVector::SetValue(int i, double v) {
           change = TQyVectorChange::Ranges; // an extreme moves: recompute the statistics
         } else {
           const bool outlier = FHasOutliers && IsOutlier(i);
-          FSumIncludingOutliers += v - old;
+          if (i < FSummedCount) FSumIncludingOutliers += v - old;
           if (outlier) {
             // An outlier only counts for the extremes that include outliers.
             if (v < FMinimumIncludingOutliers || v > FMaximumIncludingOutliers) change = TQyVectorChange::Ranges;
           } else {
-            FSum += v - old;
+            if (i < FSummedCount) FSum += v - old;
             // A new value beyond an extreme, or out of order, is seen at once.
             if (v < FMinimum || v > FMaximum) change = TQyVectorChange::Ranges;
             if ((i > 0 && v <= FValues[i - 1]) || (i + 1 < oldCount && v >= FValues[i + 1]))
@@ -293,9 +319,10 @@ void TQyCustomDoubleVector::Delete(int i, bool deleteLinkedMarkers) {
     const bool outlier = FHasOutliers && IsOutlier(i);
     extreme = i == FMinimumIdxIncludingOutliers || i == FMaximumIdxIncludingOutliers ||
               (!outlier && (i == FMinimumIdx || i == FMaximumIdx));
-    if (i < FCheckedCount) {
+    if (i < FSummedCount) {
       FSumIncludingOutliers -= FValues[i];
       if (!outlier) FSum -= FValues[i];
+      FSummedCount -= 1;
     }
     for (int k = FOutliers.Count() - 1; k >= 0; --k) {
       if (FOutliers[k] == i) FOutliers.Delete(k);
@@ -309,6 +336,8 @@ void TQyCustomDoubleVector::Delete(int i, bool deleteLinkedMarkers) {
                      &FMaximumIdxIncludingOutliers, &FLastValidIdx})
       if (*idx > i) *idx -= 1;
     if (FCheckedCount > i) FCheckedCount -= 1;
+    FSummedCount = std::min(FSummedCount, FCheckedCount.load());
+    if (FSeenCount > i) FSeenCount -= 1;
     FIndex.Truncate(i); // the blocks behind i hold other values now
     if (extreme) ResetRanges();
   }
@@ -506,6 +535,7 @@ void TQyDoubleVector::SetValues(std::vector<double> values) {
     FOutliers.Clear();
     FHasOutliers = false;
     ResetRanges();
+    CheckMinMaxLocked(); // as for AddRange
   }
   NotifyListeners(TQyVectorChange::Ranges);
 }
@@ -518,6 +548,9 @@ template <class T> void TQyDoubleVector::AddRangeOf(const T* values, int n) {
     QyCheckVectorSize(static_cast<long long>(start) + n);
     CheckCount(start + n);
     std::copy(values, values + n, FValues.begin() + start);
+    // A block of values enters the statistics and the index at once, while it is in the cache
+    // and on the writer's thread: the next picture then needs no pass over the data.
+    CheckMinMaxLocked();
   }
   NotifyListeners(TQyVectorChange::Appended);
 }

@@ -99,7 +99,9 @@ public:
   virtual double GetSumIncludingOutliers();
   virtual double GetValue(int i) const;
   virtual void SetValue(int i, double v);
-  virtual bool IsChanged() const { return FCheckedCount.load(std::memory_order_acquire) < GetCount(); }
+  // Values came since the statistics were last asked for (bulk additions compute them at once,
+  // but only asking counts).
+  virtual bool IsChanged() const { return FSeenCount.load(std::memory_order_acquire) < GetCount(); }
   // Reads the bound database column when it changed (vectors without a binding do nothing).
   virtual void UpdateDB() {}
 
@@ -168,6 +170,7 @@ protected:
   void NotifyAtOnce(TQyVectorChange change, int index);
   void StoreValue(int i, double v); // CheckCount + store, no statistics
   void CheckMinMaxLocked();
+  void SumPending(); // under the write lock: brings the sums to the checked count
   // The statistics and the block index cover every stored value (of this vector's own storage).
   bool StatisticsCurrent() const {
     const int n = FCount.load(std::memory_order_acquire);
@@ -182,11 +185,13 @@ protected:
   int FCapacity = 128;
   int FIncrement = 128;
   std::atomic<int> FCheckedCount{0};
+  std::atomic<int> FSeenCount{0}; // the checked count when the statistics were last asked for
   int FMinimumIdx = -1, FMaximumIdx = -1;
   int FMinimumIdxIncludingOutliers = -1, FMaximumIdxIncludingOutliers = -1;
   double FMinimum = QyMaxDouble(), FMaximum = -QyMaxDouble();
   double FMinimumIncludingOutliers = QyMaxDouble(), FMaximumIncludingOutliers = -QyMaxDouble();
   double FSum = 0, FSumIncludingOutliers = 0;
+  int FSummedCount = 0; // leading values whose part is in the sums
   int FLastValidIdx = -1; // last non-outlier index seen by the statistics
   bool FOnlyAscending = true;
   bool FHasOutliers = false;
