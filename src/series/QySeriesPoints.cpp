@@ -214,20 +214,35 @@ bool TQyLineSeries::CompressColumns(int start, int stop) {
   const TQyLinearMap& my = source.MapY();
   auto column = [&](int i) { return std::floor(double(mx.Map(x(i)))); };
   auto kept = [&](int i) { return TQyKeptPoint{QPointF(mx.Map(x(i)), my.Map(y[i])), i}; };
+  int width = 1; // values in the last column: evenly spaced X makes it the next column's width
   for (int a = start; a <= stop;) {
-    // [a, b) is the column of a: gallop, then halve.
+    // [a, b) is the column of a. Every probe may miss the cache (and the page tables) on large
+    // data, so the search starts at the guess from the last column's width and gallops from there
+    // in whichever direction it is off; then it halves. Evenly spaced data need two probes.
     const double c = column(a);
-    int lo = a, hi = stop + 1;
-    for (long long step = 1; step <= stop - a; step *= 2) {
-      const int probe = a + int(step);
-      if (column(probe) != c) { hi = probe; break; }
-      lo = probe;
+    const int g = int(std::min<long long>(stop + 1, (long long)a + width));
+    int lo = a, hi = stop + 1; // column(lo) is c; hi is past the data or in another column
+    if (g <= stop && column(g) == c) {
+      lo = g;
+      for (long long step = 1; g + step <= stop; step *= 2) {
+        const int probe = g + int(step);
+        if (column(probe) != c) { hi = probe; break; }
+        lo = probe;
+      }
+    } else {
+      hi = g;
+      for (long long step = 1; g - step > a; step *= 2) {
+        const int probe = g - int(step);
+        if (column(probe) == c) { lo = probe; break; }
+        hi = probe;
+      }
     }
     while (hi - lo > 1) {
       const int m = lo + (hi - lo) / 2;
       (column(m) == c ? lo : hi) = m;
     }
     const int b = hi;
+    width = b - a;
     int f = a, l = b - 1;
     while (f < b && !std::isfinite(y[f])) ++f;
     while (l > f && !std::isfinite(y[l])) --l;
