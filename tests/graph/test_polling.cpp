@@ -31,14 +31,6 @@ public:
   int calculations = 0;
 };
 
-CountingSeries* AddCounting(QyTestGraph& f, TQyDoubleVector* y) {
-  auto* s = new CountingSeries(f.form.get());
-  s->SetYData(y);
-  s->SetXAxis(f.X());
-  s->SetYAxis(f.Y());
-  return s;
-}
-
 class PaintCounter : public QObject {
 public:
   int paints = 0;
@@ -63,9 +55,8 @@ TEST(Polling, PollReachesTheSeriesOnlyWhenNothingElseIsDue) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     QyTestGraph f; // never shown: only polls run the range pass
-    auto* y = new TQyDoubleVector(f.form.get());
-    y->AddRange(std::vector<double>{1, 2, 3});
-    CountingSeries* s = AddCounting(f, y);
+    auto* s = f.Add<CountingSeries>({}, {1, 2, 3});
+    auto* y = static_cast<TQyDoubleVector*>(s->GetYData());
     f.Render();
     ASSERT_FALSE(f.graph->NeedsCalculate());
     s->calculations = 0;
@@ -95,9 +86,8 @@ TEST(Polling, IdleUnlessDataArrive) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     QyTestGraph f(300, 200);
-    auto* y = new TQyDoubleVector(f.form.get());
-    y->AddRange(std::vector<double>{1, 2, 3});
-    if (c.withSeries) AddCounting(f, y);
+    TQyDoubleVector* y = f.Vector({1, 2, 3});
+    if (c.withSeries) f.Add<TQyLineSeries>({}, {})->SetYData(y);
     f.graph->setAttribute(Qt::WA_DontShowOnScreen);
     f.form->show();
     Spin(150); // the first pictures
