@@ -177,10 +177,6 @@ TEST(DoubleVector, BulkAppendIsLinear) {
   EXPECT_EQ(v.Capacity(), (n + 127) / 128 * 128);
   EXPECT_DOUBLE_EQ(v.GetSum(), 0.5 * (double(n) - 1) * n / 2);
   EXPECT_TRUE(v.GetOnlyAscending());
-  std::vector<float> f{1.5f, 2.5f};
-  v.AddRange(f);
-  EXPECT_EQ(v.Count(), n + 2);
-  EXPECT_EQ(v.GetValue(n + 1), 2.5);
 }
 
 // A worker appends while the interface thread reads statistics and values; the result is the
