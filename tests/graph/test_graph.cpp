@@ -112,15 +112,6 @@ TEST(GraphPaint, PixelsOfBackgroundDataAreaAndCurve) {
   EXPECT_TRUE(QyProbe::Any(img, QRect(cx - 3, cy - 3, 7, 7), QColor(255, 0, 0), 30));
 }
 
-// The title resolves placeholders against the registers.
-TEST(Graph, TitleShowsLiveVariables) {
-  QyTestGraph f;
-  f.graph->SetCaptionVisible(true);
-  f.graph->SetCaption("\\bRun\\b <%Form1.Graph1.Name%>");
-  f.Render();
-  EXPECT_EQ(f.graph->CaptionObject()->PlainText(), "Run Graph1");
-}
-
 // A value appended inside the rounded ends asks for no new layout; one beyond the ends does.
 TEST(Graph, AppendInsideTheEndsNeedsNoLayout) {
   QyTestGraph f;
