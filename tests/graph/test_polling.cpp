@@ -145,20 +145,15 @@ TEST(Polling, DestroyingTheGraphWhileDataArriveEndsPromptly) {
     while (!stop) y->Add(1.0);
   });
   for (int round = 0; round < 3; ++round) {
-    auto* graph = new TQyGraph2D;
-    graph->TestPrimaryAxis();
-    auto* s = new TQyLineSeries(&owner);
-    s->SetYData(y);
-    s->SetXAxis(graph->GetPrimaryXAxis());
-    s->SetYAxis(graph->GetPrimaryYAxis());
-    graph->RenderToImage(QSize(200, 150));
+    QyTestGraph f(200, 150);
+    f.Add<TQyLineSeries>({}, {})->SetYData(y);
+    f.Render();
     Spin(120 + 40 * round);
-    ASSERT_TRUE(graph->PollingThread()->isRunning());
+    ASSERT_TRUE(f.graph->PollingThread()->isRunning());
     const auto t0 = std::chrono::steady_clock::now();
-    delete graph;
+    delete f.graph;
     EXPECT_LT(std::chrono::steady_clock::now() - t0, std::chrono::seconds(1));
-    delete s;
-  }
+  } // the series go with their form
   stop = true;
   worker.join();
   Spin(20); // the last queued notices go to no series
@@ -169,14 +164,12 @@ TEST(Polling, DestroyingTheGraphWhileDataArriveEndsPromptly) {
 // every value: analytic extent, last index drawn.
 TEST(Polling, WorkerAppendsWhileTheInterfacePaints) {
   QyTestGraph f(400, 300);
-  auto* x = new TQyDoubleVector(f.form.get());
-  auto* y = new TQyDoubleVector(f.form.get());
-  TQyLineSeries* a = f.AddSeries({0}, {0});
+  TQyLineSeries* a = f.AddSeries({}, {});
+  TQyDoubleVector* x = f.Vector({});
+  auto* y = static_cast<TQyDoubleVector*>(a->GetYData());
   a->SetXData(x);
-  a->SetYData(y);
-  TQyLineSeries* b = f.AddSeries({0}, {0});
-  b->SetXData(x);
-  b->SetYData(x);
+  TQyLineSeries* b = f.AddSeries({}, {});
+  b->SetXData(x), b->SetYData(x);
   const int block = 64, most = 2'000'000;
   const double dt = 1e-4;
   std::atomic<bool> stop{false};
