@@ -79,13 +79,10 @@ TEST(DoubleVector, OutliersLeaveThePlainStatistics) {
   auto* v = Make({2, 100, 3, 4}, &owner);
   v->AddOutlier(1);
   EXPECT_TRUE(v->IsOutlier(1));
-  EXPECT_EQ(v->GetMaximum(), 4);
-  EXPECT_EQ(v->GetMaximumIncludingOutliers(), 100);
-  EXPECT_DOUBLE_EQ(v->GetSum(), 9);
-  EXPECT_DOUBLE_EQ(v->GetSumIncludingOutliers(), 109);
+  EXPECT_EQ(std::tuple(v->GetMaximum(), v->GetMaximumIncludingOutliers(), v->GetSum(), v->GetSumIncludingOutliers()),
+            std::tuple(4.0, 100.0, 9.0, 109.0));
   v->Insert(0, 1); // the outlier moves with its value
-  EXPECT_TRUE(v->IsOutlier(2));
-  EXPECT_FALSE(v->IsOutlier(1));
+  EXPECT_EQ(std::pair(v->IsOutlier(2), v->IsOutlier(1)), std::pair(true, false));
   v->Delete(2);
   EXPECT_FALSE(v->HasOutliers());
   EXPECT_EQ(v->GetMaximum(), 4);
