@@ -10,9 +10,7 @@
 TEST(Rounding, HalfToEvenAndNamedDirections) {
   for (auto [x, r] : {std::pair{0.5, 0}, {1.5, 2}, {2.5, 2}, {-2.5, -2}, {-3.5, -4}, {2.5000001, 3}})
     EXPECT_EQ(Round(x), r) << x;
-  EXPECT_EQ(Trunc(-2.7), -2);
-  EXPECT_EQ(Ceil(-2.7), -2);
-  EXPECT_EQ(Floor(-2.2), -3);
+  EXPECT_EQ(std::tuple(Trunc(-2.7), Ceil(-2.7), Floor(-2.2)), std::tuple(-2, -2, -3));
 }
 
 TEST(Component, OwnerChainFindAndUniqueNames) {
@@ -28,9 +26,8 @@ TEST(Component, OwnerChainFindAndUniqueNames) {
   EXPECT_EQ(ComponentForm(axis), &form);
   EXPECT_EQ(FindComponent(&form, "XAxis1"), axis);
   EXPECT_EQ(FindComponent(&form, "xaxis1"), nullptr); // names are case-sensitive
-  EXPECT_EQ(UniqueName(&form, "XAxis"), "XAxis2");
-  EXPECT_EQ(UniqueName(&form, "YAxis"), "YAxis1");
-  EXPECT_EQ(UniqueName(nullptr, "Graph"), "Graph1");
+  EXPECT_EQ((QStringList{UniqueName(&form, "XAxis"), UniqueName(&form, "YAxis"), UniqueName(nullptr, "Graph")}),
+            (QStringList{"XAxis2", "YAxis1", "Graph1"}));
 }
 
 TEST(Messages, IndexErrorCarriesTheTableText) {

@@ -36,28 +36,21 @@ TEST(ExprGrammar, NumbersIgnoreTheMachineLocale) {
 }
 
 TEST(ExprGrammar, ParserConstants) {
-  const double pi = Eval("PI");
-  const double e = Eval("e");
-  EXPECT_EQ(std::bit_cast<std::uint64_t>(pi), 0x400921FB54442D18u);
-  EXPECT_EQ(std::bit_cast<std::uint64_t>(e), 0x4005BF0A8B145774u);
-  EXPECT_EQ(std::bit_cast<std::uint64_t>(Eval("E")), 0x4005BF0A8B145774u);
+  const double pi = Eval("PI"), e = Eval("e");
+  EXPECT_EQ(std::tuple(std::bit_cast<std::uint64_t>(pi), std::bit_cast<std::uint64_t>(e), std::bit_cast<std::uint64_t>(Eval("E"))),
+            std::tuple(0x400921FB54442D18u, 0x4005BF0A8B145774u, 0x4005BF0A8B145774u));
   EXPECT_EQ(Eval("2*pi"), 2 * pi);
   EXPECT_EQ(Eval("E-1"), e - 1); // not an exponent: no digit before the "E"
-  for (int i = 0; i < 200; ++i) {
-    const double r = Eval("Random");
-    ASSERT_GE(r, 0.0);
-    ASSERT_LT(r, 1.0);
-  }
+  for (int i = 0; i < 200; ++i) ASSERT_TRUE(Eval("Random") >= 0.0 && Eval("Random") < 1.0);
   // Random is a name, not a function.
   EXPECT_EQ(ParseFailure<EMathError>("Random()"), ParseError("RANDOM()"));
 }
 
 TEST(ExprGrammar, BracketCountMessages) {
-  EXPECT_EQ(ParseFailure<EMathError>("((1)"), "1 closing brackets missing");
-  EXPECT_EQ(ParseFailure<EMathError>("(((1"), "3 closing brackets missing");
   // The negative count is printed as its unsigned 32-bit image.
-  EXPECT_EQ(ParseFailure<EMathError>("(1))"), "4294967295 opening brackets missing");
-  EXPECT_EQ(ParseFailure<EMathError>("1))"), "4294967294 opening brackets missing");
+  for (auto [text, message] : {std::pair{"((1)", "1 closing brackets missing"}, {"(((1", "3 closing brackets missing"},
+                               {"(1))", "4294967295 opening brackets missing"}, {"1))", "4294967294 opening brackets missing"}})
+    EXPECT_EQ(ParseFailure<EMathError>(text), message) << text;
   // Only the sum counts: ")(" passes the count and fails when read.
   EXPECT_EQ(ParseFailure<EMathError>(")("), ParseError(")("));
 }

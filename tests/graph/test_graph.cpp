@@ -60,20 +60,6 @@ TEST(Graph, CaptionTrimsTrailingBlanksAndTakesTitleHeight) {
   EXPECT_GT(f.graph->DataArea().y(), topWithout + 8);
 }
 
-TEST(Graph, AutoUpdateOffIsNotRecomputed) {
-  QyTestGraph f;
-  TQyLineSeries* s = f.AddSeries({0, 1, 2}, {0, 1, 2});
-  f.Render();
-  s->SetAutoUpdate(false);
-  qobject_cast<TQyDoubleVector*>(s->GetYData())->Add(50);
-  qobject_cast<TQyDoubleVector*>(s->GetXData())->Add(3);
-  f.graph->TestSeriesAndAxis();
-  EXPECT_EQ(s->LimitMaxY(), 2);
-  s->SetAutoUpdate(true);
-  f.graph->TestSeriesAndAxis();
-  EXPECT_EQ(s->LimitMaxY(), 50);
-}
-
 // The paint draws the curve through the recording device: one polyline in the line colour whose
 // vertices are the pixel points, clipped only where an axis hides data.
 TEST(GraphPaint, SeriesIsDrawnAsItsPointsAndFollowsAppends) {
@@ -126,15 +112,6 @@ TEST(GraphPaint, PixelsOfBackgroundDataAreaAndCurve) {
   EXPECT_TRUE(QyProbe::Any(img, QRect(cx - 3, cy - 3, 7, 7), QColor(255, 0, 0), 30));
 }
 
-// The title resolves placeholders against the registers.
-TEST(Graph, TitleShowsLiveVariables) {
-  QyTestGraph f;
-  f.graph->SetCaptionVisible(true);
-  f.graph->SetCaption("\\bRun\\b <%Form1.Graph1.Name%>");
-  f.Render();
-  EXPECT_EQ(f.graph->CaptionObject()->PlainText(), "Run Graph1");
-}
-
 // A value appended inside the rounded ends asks for no new layout; one beyond the ends does.
 TEST(Graph, AppendInsideTheEndsNeedsNoLayout) {
   QyTestGraph f;
@@ -159,21 +136,11 @@ TEST(Graph, AppendInsideTheEndsNeedsNoLayout) {
 // virtuals; it draws nothing and picks nothing.
 TEST(Graph, ASeriesOfNoDrawingKindStillRangesTheAxes) {
   QyTestGraph f;
-  auto* s = new TQySeries(f.form.get());
-  auto* x = new TQyDoubleVector(f.form.get());
-  auto* y = new TQyDoubleVector(f.form.get());
-  x->AddRange(std::vector<double>{2, 4, 6});
-  y->AddRange(std::vector<double>{1, 5, 3});
-  s->SetXData(x);
-  s->SetYData(y);
-  s->SetXAxis(f.X());
-  s->SetYAxis(f.Y());
+  auto* s = f.Add<TQySeries>({2, 4, 6}, {1, 5, 3});
   f.Render();
   EXPECT_EQ(f.graph->RelatedSeries(), QList<TQySeries*>{s});
-  EXPECT_EQ(f.X()->DataHullMin(), 2);
-  EXPECT_EQ(f.X()->DataHullMax(), 6);
-  EXPECT_EQ(f.Y()->DataHullMin(), 1);
-  EXPECT_EQ(f.Y()->DataHullMax(), 5);
+  EXPECT_EQ(std::tuple(f.X()->DataHullMin(), f.X()->DataHullMax()), std::tuple(2, 6));
+  EXPECT_EQ(std::tuple(f.Y()->DataHullMin(), f.Y()->DataHullMax()), std::tuple(1, 5));
   EXPECT_EQ(s->PointCount(), 0);
   EXPECT_EQ(s->FindPoint(f.X()->NumberToWorld(4), f.Y()->NumberToWorld(5)), -1);
 }
@@ -315,13 +282,9 @@ TEST(CoupledGraphs, ShareTheLeftAndRightEdgesOfTheirDataAreas) {
     c->resize(400, 200);
     c->SetPrimaryXAxis(m.X());
     c->TestPrimaryAxis();
-    auto* s = new TQyLineSeries(m.form.get());
-    auto* x = new TQyDoubleVector(m.form.get());
-    auto* y = new TQyDoubleVector(m.form.get());
-    x->AddRange(std::vector<double>{0, 10});
-    y->AddRange(std::vector<double>{1e6, 3e6});
+    TQyLineSeries* s = m.AddSeries({0, 10}, {1e6, 3e6});
+    s->SetYAxis(c->GetPrimaryYAxis());
     c->SetDistanceBorderAxisLeft(60); // the child's own left edge lies further right
-    s->SetXData(x), s->SetYData(y), s->SetXAxis(m.X()), s->SetYAxis(c->GetPrimaryYAxis());
     s->GetLine()->SetColor(0xFF0000FFu);
     for (TQyGraph2D* g : {m.graph, c}) g->SetDataAreaColor(0xFFE0F0FFu);
 

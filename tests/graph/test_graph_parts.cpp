@@ -212,16 +212,4 @@ TEST(Output, TextIsMeasuredForTheTargetResolution) {
   }
 }
 
-TEST(Output, APictureNeverRaises) {
-  // Dates far past the calendar's end, and ends at the limits of the doubles.
-  QyTestGraph dates;
-  dates.AddSeries({1.6e9, 1.7e9}, {0, 1});
-  dates.X()->SetScaling(TQyAxisScaling::DateTime);
-  EXPECT_NO_THROW(dates.Render());
-  QyTestGraph huge;
-  huge.AddSeries({0, 1}, {0, 1});
-  QyTestGraph::Fix(huge.Y(), -1.7e308, 1.7e308);
-  EXPECT_NO_THROW(huge.Render());
-}
-
 #include "test_graph_parts.moc"

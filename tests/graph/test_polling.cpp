@@ -31,14 +31,6 @@ public:
   int calculations = 0;
 };
 
-CountingSeries* AddCounting(QyTestGraph& f, TQyDoubleVector* y) {
-  auto* s = new CountingSeries(f.form.get());
-  s->SetYData(y);
-  s->SetXAxis(f.X());
-  s->SetYAxis(f.Y());
-  return s;
-}
-
 class PaintCounter : public QObject {
 public:
   int paints = 0;
@@ -63,9 +55,8 @@ TEST(Polling, PollReachesTheSeriesOnlyWhenNothingElseIsDue) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     QyTestGraph f; // never shown: only polls run the range pass
-    auto* y = new TQyDoubleVector(f.form.get());
-    y->AddRange(std::vector<double>{1, 2, 3});
-    CountingSeries* s = AddCounting(f, y);
+    auto* s = f.Add<CountingSeries>({}, {1, 2, 3});
+    auto* y = static_cast<TQyDoubleVector*>(s->GetYData());
     f.Render();
     ASSERT_FALSE(f.graph->NeedsCalculate());
     s->calculations = 0;
@@ -95,9 +86,8 @@ TEST(Polling, IdleUnlessDataArrive) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     QyTestGraph f(300, 200);
-    auto* y = new TQyDoubleVector(f.form.get());
-    y->AddRange(std::vector<double>{1, 2, 3});
-    if (c.withSeries) AddCounting(f, y);
+    TQyDoubleVector* y = f.Vector({1, 2, 3});
+    if (c.withSeries) f.Add<TQyLineSeries>({}, {})->SetYData(y);
     f.graph->setAttribute(Qt::WA_DontShowOnScreen);
     f.form->show();
     Spin(150); // the first pictures
@@ -155,20 +145,15 @@ TEST(Polling, DestroyingTheGraphWhileDataArriveEndsPromptly) {
     while (!stop) y->Add(1.0);
   });
   for (int round = 0; round < 3; ++round) {
-    auto* graph = new TQyGraph2D;
-    graph->TestPrimaryAxis();
-    auto* s = new TQyLineSeries(&owner);
-    s->SetYData(y);
-    s->SetXAxis(graph->GetPrimaryXAxis());
-    s->SetYAxis(graph->GetPrimaryYAxis());
-    graph->RenderToImage(QSize(200, 150));
+    QyTestGraph f(200, 150);
+    f.Add<TQyLineSeries>({}, {})->SetYData(y);
+    f.Render();
     Spin(120 + 40 * round);
-    ASSERT_TRUE(graph->PollingThread()->isRunning());
+    ASSERT_TRUE(f.graph->PollingThread()->isRunning());
     const auto t0 = std::chrono::steady_clock::now();
-    delete graph;
+    delete f.graph;
     EXPECT_LT(std::chrono::steady_clock::now() - t0, std::chrono::seconds(1));
-    delete s;
-  }
+  } // the series go with their form
   stop = true;
   worker.join();
   Spin(20); // the last queued notices go to no series
@@ -179,14 +164,12 @@ TEST(Polling, DestroyingTheGraphWhileDataArriveEndsPromptly) {
 // every value: analytic extent, last index drawn.
 TEST(Polling, WorkerAppendsWhileTheInterfacePaints) {
   QyTestGraph f(400, 300);
-  auto* x = new TQyDoubleVector(f.form.get());
-  auto* y = new TQyDoubleVector(f.form.get());
-  TQyLineSeries* a = f.AddSeries({0}, {0});
+  TQyLineSeries* a = f.AddSeries({}, {});
+  TQyDoubleVector* x = f.Vector({});
+  auto* y = static_cast<TQyDoubleVector*>(a->GetYData());
   a->SetXData(x);
-  a->SetYData(y);
-  TQyLineSeries* b = f.AddSeries({0}, {0});
-  b->SetXData(x);
-  b->SetYData(x);
+  TQyLineSeries* b = f.AddSeries({}, {});
+  b->SetXData(x), b->SetYData(x);
   const int block = 64, most = 2'000'000;
   const double dt = 1e-4;
   std::atomic<bool> stop{false};

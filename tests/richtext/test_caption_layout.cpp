@@ -26,8 +26,7 @@ TEST(CaptionMarkup, ScriptRunsAreSmallerAndShiftedByAFractionOfTheLine) {
   EXPECT_EQ(p.caption.PlainText(), "H2O");
   const float h = p.caption.Height(); // one line: the line height
   EXPECT_NEAR(p.Run(1).Font.pointSizeF(), 12 * 0.66, 1e-5);
-  EXPECT_DOUBLE_EQ(p.Run(0).Font.pointSizeF(), 12.0);
-  EXPECT_DOUBLE_EQ(p.Run(2).Font.pointSizeF(), 12.0);
+  EXPECT_EQ(std::pair(p.Run(0).Font.pointSizeF(), p.Run(2).Font.pointSizeF()), std::pair(12.0, 12.0));
   EXPECT_NEAR(p.Run(1).Position.y() - p.Run(0).Position.y(), 0.33 * h, 1e-3);
   EXPECT_DOUBLE_EQ(p.Run(2).Position.y(), p.Run(0).Position.y());
   for (size_t i = 0; i < 3; ++i) EXPECT_EQ(p.Run(i).LineIndex, 0);
@@ -62,8 +61,8 @@ TEST(CaptionMarkup, TogglesStartFromTheFontStyleAndReturnToIt) {
   bold.Caption = "a\\bb";
   bold.ParseForSize(nullptr, nullptr);
   ASSERT_EQ(bold.SubCaptions().size(), 2u);
-  EXPECT_TRUE(bold.SubCaptions()[0]->Font.bold());
-  EXPECT_FALSE(bold.SubCaptions()[1]->Font.bold()); // a toggle turns the font's bold off
+  // A toggle turns the font's bold off.
+  EXPECT_EQ(std::pair(bold.SubCaptions()[0]->Font.bold(), bold.SubCaptions()[1]->Font.bold()), std::pair(true, false));
 }
 
 TEST(CaptionMarkup, EveryKindOfLineBreakEndsALine) {
@@ -153,10 +152,9 @@ TEST(CaptionMarkup, ColourSwitchesAndFontColourChanges) {
   const auto& runs = caption.SubCaptions();
   ASSERT_EQ(runs.size(), 4u);
   EXPECT_EQ(caption.PlainText(), "abcd");
-  EXPECT_EQ(runs[0]->FillColor, 0xFF000000u);
-  EXPECT_EQ(runs[1]->FillColor, 0xFF0000FFu);
-  EXPECT_EQ(runs[2]->FillColor, 0xFF000000u); // empty id: back to the font's colour
-  EXPECT_EQ(runs[3]->FillColor, 0xFF000000u); // unreadable id: colour unchanged
+  // An empty id returns to the font's colour; an unreadable one leaves the colour unchanged.
+  EXPECT_EQ(std::tuple(runs[0]->FillColor, runs[1]->FillColor, runs[2]->FillColor, runs[3]->FillColor),
+            std::tuple(0xFF000000u, 0xFF0000FFu, 0xFF000000u, 0xFF000000u));
   // a new font colour reaches the runs in font colour only
   caption.Font()->SetFillColor(0xFF00A000u);
   EXPECT_EQ(runs[0]->FillColor, 0xFF00A000u);

@@ -26,8 +26,7 @@ TEST(SeriesData, YOnlyUsesIndicesAndSingleValueNeedsASymbol) {
   one->PointSymbol()->SetVisible(true);
   one->RangesModified();
   f.Render();
-  EXPECT_EQ(one->LimitMinY(), 5);
-  EXPECT_EQ(one->LimitMaxY(), 5);
+  EXPECT_EQ(std::pair(one->LimitMinY(), one->LimitMaxY()), std::pair(5.0, 5.0));
 }
 
 // Every pixel column keeps the lowest and highest point of the data that fall into it, and the
@@ -117,9 +116,7 @@ TEST(SeriesPicking, GetYFindPointAndNearest) {
   EXPECT_EQ(s->FindPoint(p.x() + 3, p.y()), -1);
   const TQyNearestPointResult r = s->NearestPoint(p + QPointF(4, 4));
   ASSERT_TRUE(r.Found);
-  EXPECT_EQ(r.Index, 3);
-  EXPECT_DOUBLE_EQ(r.X, 3);
-  EXPECT_DOUBLE_EQ(r.Y, 7);
+  EXPECT_EQ(std::tuple(r.Index, r.X, r.Y), std::tuple(3, 3.0, 7.0));
   EXPECT_NEAR(r.Distance, std::sqrt(32.0), 1e-4);
   // After a change and before a paint nothing is found.
   qobject_cast<TQyDoubleVector*>(s->GetYData())->SetValue(1, 4);
@@ -144,8 +141,7 @@ TEST(SeriesPoints, NonFiniteValuesAreNeverDrawn) {
   const double nan = std::nan(""), inf = INFINITY;
   TQyLineSeries* s = f.AddSeries({0, 1, 2, 3, 4}, {1, nan, 3, inf, 2});
   f.Render();
-  EXPECT_EQ(s->LimitMinY(), 1);
-  EXPECT_EQ(s->LimitMaxY(), 3);
+  EXPECT_EQ(std::pair(s->LimitMinY(), s->LimitMaxY()), std::pair(1.0, 3.0));
   auto drawn = [&] {
     std::vector<int> idx;
     for (int k = 0; k < s->PointCount(); ++k) idx.push_back(s->PointIndices()[k]);

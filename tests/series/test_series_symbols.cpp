@@ -11,23 +11,6 @@
 #include <set>
 
 namespace {
-TQyDoubleVector* Vector(QObject* owner, const std::vector<double>& v) {
-  auto* d = new TQyDoubleVector(owner);
-  d->AddRange(v);
-  return d;
-}
-
-template <class S>
-S* Make(QyTestGraph& f, const std::vector<double>& xs, const std::vector<double>& ys) {
-  auto* s = new S(f.form.get());
-  s->setObjectName(QString("Points%1").arg(f.graph->RelatedSeries().size() + 1));
-  s->SetXData(Vector(f.form.get(), xs));
-  s->SetYData(Vector(f.form.get(), ys));
-  s->SetXAxis(f.X());
-  s->SetYAxis(f.Y());
-  return s;
-}
-
 // Draws the series' legend sample into `r` of the emptied device.
 void DrawItem(TQySeries* s, QyRecordingDevice& dev, const QRectF& r) {
   dev.Clear();
@@ -49,7 +32,7 @@ std::vector<QPointF> Circles(const QyRecordingDevice& dev, QColor fill) {
 // or hide a point's symbol.
 TEST(SeriesSymbols, LooksOutOfRangeAndHandler) {
   QyTestGraph f;
-  auto* s = Make<TQyPointSeries>(f, {0, 1, 2, 3, 4}, {1, 2, 3, 2, 1});
+  auto* s = f.Add<TQyPointSeries>({0, 1, 2, 3, 4}, {1, 2, 3, 2, 1});
   s->PointSymbol()->SetPointSymbol(TQyPointSymbol::Circle);
   s->PointSymbol()->SetFillColor(0xFF00FF00);
   s->OutOfRangePointSymbol()->SetPointSymbol(TQyPointSymbol::Circle);
@@ -99,7 +82,7 @@ TEST(SeriesSymbols, DenseScatterKeepsOnePointPerPixel) {
   std::uniform_real_distribution<double> noise(-100, 100);
   std::vector<double> xs(n), ys(n);
   for (int i = 0; i < n; ++i) xs[i] = i, ys[i] = 1000 * std::sin(i / 20000.0) + noise(rng);
-  auto* s = Make<TQyPointSeries>(f, xs, ys);
+  auto* s = f.Add<TQyPointSeries>(xs, ys);
   s->GetLine()->SetVisible(false);
   s->PointSymbol()->SetPointSymbol(TQyPointSymbol::Circle);
   f.Render();
@@ -129,7 +112,7 @@ TEST(SeriesSymbols, StampedSymbolsSitOnTheirPoints) {
   QyTestGraph f(500, 400);
   std::vector<double> xs, ys;
   for (int i = 0; i < 1600; ++i) xs.push_back(i % 40), ys.push_back(i / 40);
-  auto* s = Make<TQyPointSeries>(f, xs, ys);
+  auto* s = f.Add<TQyPointSeries>(xs, ys);
   s->GetLine()->SetVisible(false);
   s->PointSymbol()->SetPointSymbol(TQyPointSymbol::Square);
   s->PointSymbol()->SetSize(5);
@@ -153,7 +136,7 @@ TEST(SeriesSymbols, StampedSymbolsSitOnTheirPoints) {
 // A translucent symbol shows no line through it: the line is clipped around the symbol.
 TEST(SeriesSymbols, TranslucentSymbolsCutTheLine) {
   QyTestGraph f(300, 200);
-  auto* s = Make<TQyPointSeries>(f, {0, 1, 2}, {1, 1, 1});
+  auto* s = f.Add<TQyPointSeries>({0, 1, 2}, {1, 1, 1});
   QyTestGraph::Fix(f.X(), -1, 3);
   QyTestGraph::Fix(f.Y(), 0, 2);
   s->GetLine()->SetColor(0xFFFF0000);
@@ -178,12 +161,12 @@ TEST(SeriesSymbols, TranslucentSymbolsCutTheLine) {
 // bars end in caps as wide as the symbol, and they widen the axis extent only while shown.
 TEST(SeriesErrorBars, BarsCapsAndExtent) {
   QyTestGraph f;
-  auto* s = Make<TQyPointWithErrorSeries>(f, {1, 2, 3, 4}, {10, 20, 30, 40});
+  auto* s = f.Add<TQyPointWithErrorSeries>({1, 2, 3, 4}, {10, 20, 30, 40});
   s->GetLine()->SetVisible(false);
   s->PointSymbol()->SetSize(9);
-  s->SetDeltaYPlus(Vector(f.form.get(), {1, -2, 3})); // shorter, one negative
-  s->SetDeltaYMinus(Vector(f.form.get(), {5, 5, 5, 5}));
-  s->SetDeltaXPlus(Vector(f.form.get(), {0.5, 0.5, 0.5, 0.5}));
+  s->SetDeltaYPlus(f.Vector({1, -2, 3})); // shorter, one negative
+  s->SetDeltaYMinus(f.Vector({5, 5, 5, 5}));
+  s->SetDeltaXPlus(f.Vector({0.5, 0.5, 0.5, 0.5}));
   s->GetErrorIndicator()->SetColor(0xFF445566);
   f.Render();
   // Y from 10 - 5 to 40 (40 has no upper delta; 30 + 3 = 33 is below); X to 4 + 0.5.
@@ -226,8 +209,8 @@ TEST(SeriesErrorBars, BarsCapsAndExtent) {
 // An indicator pen handler may refuse a point's bars or change their pen.
 TEST(SeriesErrorBars, IndicatorPenHandler) {
   QyTestGraph f;
-  auto* s = Make<TQyPointWithErrorSeries>(f, {1, 2, 3}, {1, 2, 3});
-  s->SetDeltaYPlus(Vector(f.form.get(), {0.5, 0.5, 0.5}));
+  auto* s = f.Add<TQyPointWithErrorSeries>({1, 2, 3}, {1, 2, 3});
+  s->SetDeltaYPlus(f.Vector({0.5, 0.5, 0.5}));
   s->GetErrorIndicator()->SetColor(0xFF445566);
   s->OnGetIndicatorsPen = [](TQySeries*, TQyPenEventArgs& a) {
     if (a.Index == 0) a.Draw = false;
@@ -248,7 +231,7 @@ TEST(SeriesErrorBars, IndicatorPenHandler) {
 // centre; error series add bar stubs; the row height follows line and symbol.
 TEST(SeriesLegend, SamplesAndItemHeight) {
   QyTestGraph f;
-  auto* s = Make<TQyPointSeries>(f, {1, 2}, {1, 2});
+  auto* s = f.Add<TQyPointSeries>({1, 2}, {1, 2});
   s->PointSymbol()->SetPointSymbol(TQyPointSymbol::Circle);
   s->GetLine()->SetColor(0xFF123456);
   s->GetLine()->SetWidth(2);
@@ -271,10 +254,10 @@ TEST(SeriesLegend, SamplesAndItemHeight) {
   EXPECT_EQ(sym[0], r.center());
   EXPECT_EQ(s->GetItemHeight(), 11); // symbol 9 + 2 beats the line's 2
 
-  auto* e = Make<TQyPointWithErrorSeries>(f, {1, 2}, {1, 2});
+  auto* e = f.Add<TQyPointWithErrorSeries>({1, 2}, {1, 2});
   e->PointSymbol()->SetSize(9);
   const int plain = e->GetItemHeight();
-  e->SetDeltaYPlus(Vector(f.form.get(), {1, 1}));
+  e->SetDeltaYPlus(f.Vector({1, 1}));
   e->GetErrorIndicator()->SetColor(0xFF445566);
   EXPECT_EQ(e->GetItemHeight(), plain + 8);
   f.Render();

@@ -98,10 +98,10 @@ TEST(ColorText, EveryFormReadsBack) {
 
 TEST(ColorText, RichIdentifiers) {
   EXPECT_EQ(ARGBToRichID(0x80FF0102), "[A=128, R=255, G=1, B=2]");
-  EXPECT_EQ(RichIDToTQyColor("[A=128, R=255, G=1, B=2"), 0x80FF0102u); // as rich captions pass it
-  EXPECT_EQ(RichIDToTQyColor("[A=128, R=255, G=1, B=2]"), 0x80FF0102u);
-  EXPECT_EQ(RichIDToTQyColor("[A=255, R=256, G=1, B=2"), 0xFF000102u); // truncated to a byte
-  EXPECT_EQ(RichIDToTQyColor("[A=000000000255, R=0, G=0, B=$0000000000FF"), 0xFF0000FFu);
+  // Without the closing bracket as rich captions pass it; channels truncated to a byte.
+  for (auto [text, c] : {std::pair{"[A=128, R=255, G=1, B=2", 0x80FF0102u}, {"[A=128, R=255, G=1, B=2]", 0x80FF0102u},
+                         {"[A=255, R=256, G=1, B=2", 0xFF000102u}, {"[A=000000000255, R=0, G=0, B=$0000000000FF", 0xFF0000FFu}})
+    EXPECT_EQ(RichIDToTQyColor(text), c) << text;
   EXPECT_THROW(RichIDToTQyColor("[A=255, R=x, G=1, B=2"), EConvertError);
   EXPECT_THROW(RichIDToTQyColor("nothing"), EConvertError);
   for (TQyColor c : {0u, 0xFFFFFFFFu, 0x7F00FF80u})
@@ -217,8 +217,7 @@ TEST(AreaBrushes, LinePatternsAndDistinctness) {
 
 TEST(AreaBrushes, GetAreaBrush) {
   const QBrush solid = GetAreaBrush(TQyAreaStyle::Total, 0xFF112233, 0xFF445566);
-  EXPECT_EQ(solid.style(), Qt::SolidPattern);
-  EXPECT_EQ(solid.color().rgba(), 0xFF112233u);
+  EXPECT_EQ(std::pair(solid.style(), solid.color().rgba()), std::pair(Qt::SolidPattern, 0xFF112233u));
   const QBrush cross = GetAreaBrush(TQyAreaStyle::Cross, 0xFF112233, 0x80445566);
   ASSERT_EQ(cross.style(), Qt::TexturePattern);
   const QImage tile = cross.textureImage();

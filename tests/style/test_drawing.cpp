@@ -136,12 +136,10 @@ TEST(PointSymbols, ExcludeSymbolSpaceClipsAreaSymbolsOnly) {
 TEST(Rectangles, OrderedAndOverlapping) {
   EXPECT_EQ(OrderedRect(10, 20, 5, 2), QRect(5, 2, 5, 18));
   EXPECT_EQ(OrderedRect(10.5f, 2.0f, 5.5f, 20.0f), QRectF(5.5, 2, 5, 18));
-  const QRectF a(0, 0, 10, 10);
-  EXPECT_TRUE(RectanglesOverlaping(a, QRectF(5, 5, 10, 10)));
-  EXPECT_TRUE(RectanglesOverlaping(a, QRectF(10, 0, 5, 5))); // touching counts
-  EXPECT_TRUE(RectanglesOverlaping(a, QRectF(2, 2, 2, 2)));  // contained
-  EXPECT_FALSE(RectanglesOverlaping(a, QRectF(10.5, 0, 5, 5)));
-  EXPECT_FALSE(RectanglesOverlaping(a, QRectF(0, -6, 5, 5)));
+  // Touching counts, and so does a rectangle inside the other.
+  for (auto [b, overlap] : {std::pair{QRectF(5, 5, 10, 10), true}, {QRectF(10, 0, 5, 5), true}, {QRectF(2, 2, 2, 2), true},
+                            {QRectF(10.5, 0, 5, 5), false}, {QRectF(0, -6, 5, 5), false}})
+    EXPECT_EQ(RectanglesOverlaping(QRectF(0, 0, 10, 10), b), overlap) << b.x() << "," << b.y();
 }
 
 namespace {
@@ -232,13 +230,12 @@ TEST(RoundRects, RadiusIsCappedAndZeroGivesAPlainRectangle) {
   p.end();
   const auto& prims = device.Primitives();
   ASSERT_EQ(prims.size(), 2u);
-  EXPECT_EQ(prims[0].kind, QyPrimitive::Path);
-  EXPECT_EQ(prims[0].path.boundingRect(), r); // capped: stays inside the rectangle
-  EXPECT_EQ(prims[0].pen.color(), QColor(Qt::black));
-  EXPECT_FALSE(prims[0].path.contains(QPointF(10.5, 10.5))); // the corner is rounded
-  EXPECT_EQ(prims[1].kind, QyPrimitive::Rect);
-  EXPECT_EQ(prims[1].pen.style(), Qt::NoPen); // no frame
-  EXPECT_FALSE(prims[1].antialiased);
+  // Capped: the path stays inside the rectangle; its corner is rounded.
+  EXPECT_EQ(std::tuple(prims[0].kind, prims[0].path.boundingRect(), prims[0].pen.color()),
+            std::tuple(QyPrimitive::Path, r, QColor(Qt::black)));
+  EXPECT_FALSE(prims[0].path.contains(QPointF(10.5, 10.5)));
+  // Radius 0 and no frame: a plain rectangle.
+  EXPECT_EQ(std::tuple(prims[1].kind, prims[1].pen.style(), prims[1].antialiased), std::tuple(QyPrimitive::Rect, Qt::NoPen, false));
 }
 
 TEST(RoundRects, RaisedEdgeIsLightTopLeftAndDarkBottomRight) {
@@ -249,10 +246,9 @@ TEST(RoundRects, RaisedEdgeIsLightTopLeftAndDarkBottomRight) {
   DrawRoundRect(&p, QBrush(gray), QPen(Qt::NoPen), QRectF(20, 20, 100, 60), 0, false, false, true, false);
   p.end();
   // 210-alpha white over 128 gives 128 + 127*210/255 = 233; 90-alpha black 128*165/255 = 83.
-  EXPECT_NEAR(qRed(QyProbe::At(image, 60, 20)), 233, 2); // top edge light
-  EXPECT_NEAR(qRed(QyProbe::At(image, 20, 50)), 233, 2); // left edge light
-  EXPECT_NEAR(qRed(QyProbe::At(image, 60, 79)), 83, 2);  // bottom edge dark
-  EXPECT_NEAR(qRed(QyProbe::At(image, 119, 50)), 83, 2); // right edge dark
+  // Top and left edges light, bottom and right dark.
+  for (auto [x, y, red] : {std::tuple{60, 20, 233}, {20, 50, 233}, {60, 79, 83}, {119, 50, 83}})
+    EXPECT_NEAR(qRed(QyProbe::At(image, x, y)), red, 2) << x << "," << y;
   EXPECT_EQ(QyProbe::At(image, 60, 50), gray.rgba());
 }
 

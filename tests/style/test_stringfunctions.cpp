@@ -23,11 +23,8 @@ TFormatSettings CommaSettings() {
 TEST(StringFunctionsPositions, LastPosIsOneBasedOrMinusOne) {
   for (auto [c, text, pos] : {std::tuple{'.', "a.b.c", 4}, {'a', "a", 1}, {'x', "abc", -1}, {'.', "", -1}})
     EXPECT_EQ(LastPos(c, text), pos) << text;
-  EXPECT_EQ(LastPointPos("Form1.Graph1.Axis"), 13);
-  EXPECT_EQ(LastPointPos("Graph1"), -1);
-  EXPECT_TRUE(CharIn('b', "abc"));
-  EXPECT_FALSE(CharIn('d', "abc"));
-  EXPECT_FALSE(CharIn('a', ""));
+  EXPECT_EQ(std::pair(LastPointPos("Form1.Graph1.Axis"), LastPointPos("Graph1")), std::pair(13, -1));
+  EXPECT_EQ(std::tuple(CharIn('b', "abc"), CharIn('d', "abc"), CharIn('a', "")), std::tuple(true, false, false));
 }
 
 TEST(StringFunctionsPositions, DigitClasses) {
@@ -109,10 +106,10 @@ TEST(StringFunctionsNumbers, IntegersAsText) {
 // ---- Lists of numbers
 
 TEST(StringFunctionsLists, StringToDoubleArray) {
-  EXPECT_EQ(StringToDoubleArray("1.5;2;-3e2"), (QVector<double>{1.5, 2, -300}));
-  EXPECT_EQ(StringToDoubleArray("7"), (QVector<double>{7}));
-  EXPECT_EQ(StringToDoubleArray(" 1 ; 2 "), (QVector<double>{1, 2}));
-  EXPECT_EQ(StringToDoubleArray("1;2;"), (QVector<double>{1, 2})); // a trailing ";" ends the list
+  // A trailing ";" ends the list.
+  for (auto [text, values] : {std::pair{"1.5;2;-3e2", QVector<double>{1.5, 2, -300}}, {"7", {7}}, {" 1 ; 2 ", {1, 2}},
+                              {"1;2;", {1, 2}}})
+    EXPECT_EQ(StringToDoubleArray(text), values) << text;
   EXPECT_EQ(StringToDoubleArray("1.5;2,5", CommaSettings()), (QVector<double>{1.5, 2.5}));
   for (const char* text : {"", ";", "1;;2", "1,5", "abc"}) // at least one item, each a number
     EXPECT_THROW(StringToDoubleArray(text), EConvertError) << text;

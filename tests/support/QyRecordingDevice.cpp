@@ -10,15 +10,12 @@ public:
   bool end() override { return true; }
   Type type() const override { return QPaintEngine::User; }
   void updateState(const QPaintEngineState&) override {}
+  // The integer forms of the drawing calls reach the floating ones through the base class.
 
   void drawLines(const QLineF* lines, int count) override {
     QyPrimitive p = Make(QyPrimitive::Line);
     for (int i = 0; i < count; ++i) p.points << lines[i].p1() << lines[i].p2();
     Store(std::move(p));
-  }
-  void drawLines(const QLine* lines, int count) override {
-    std::vector<QLineF> f(lines, lines + count);
-    drawLines(f.data(), count);
   }
   void drawRects(const QRectF* rects, int count) override {
     for (int i = 0; i < count; ++i) {
@@ -28,19 +25,12 @@ public:
       Store(std::move(p));
     }
   }
-  void drawRects(const QRect* rects, int count) override {
-    for (int i = 0; i < count; ++i) {
-      const QRectF r(rects[i]);
-      drawRects(&r, 1);
-    }
-  }
   void drawEllipse(const QRectF& r) override {
     QyPrimitive p = Make(QyPrimitive::Ellipse);
     p.rect = r;
     p.points = QPolygonF(r);
     Store(std::move(p));
   }
-  void drawEllipse(const QRect& r) override { drawEllipse(QRectF(r)); }
   void drawPath(const QPainterPath& path) override {
     QyPrimitive p = Make(QyPrimitive::Path);
     p.path = path;
@@ -53,19 +43,11 @@ public:
     for (int i = 0; i < count; ++i) p.points << points[i];
     Store(std::move(p));
   }
-  void drawPoints(const QPoint* points, int count) override {
-    std::vector<QPointF> f(points, points + count);
-    drawPoints(f.data(), count);
-  }
   void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override {
     QyPrimitive p = Make(mode == PolylineMode ? QyPrimitive::Polyline : QyPrimitive::Polygon);
     for (int i = 0; i < count; ++i) p.points << points[i];
     if (mode == PolylineMode) p.brush = Qt::NoBrush;
     Store(std::move(p));
-  }
-  void drawPolygon(const QPoint* points, int count, PolygonDrawMode mode) override {
-    std::vector<QPointF> f(points, points + count);
-    drawPolygon(f.data(), count, mode);
   }
   void drawTextItem(const QPointF& pos, const QTextItem& item) override {
     QyPrimitive p = Make(QyPrimitive::Text);

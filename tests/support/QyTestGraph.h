@@ -21,21 +21,26 @@ struct QyTestGraph {
   TQyAxis* X() const { return graph->GetPrimaryXAxis(); }
   TQyAxis* Y() const { return graph->GetPrimaryYAxis(); }
 
-  // A line series over (xs, ys); an empty xs leaves X to the indexer.
-  TQyLineSeries* AddSeries(const std::vector<double>& xs, const std::vector<double>& ys,
-                           TQyColor color = 0xFFFF0000u) {
-    auto* s = new TQyLineSeries(form.get());
+  // A vector of the form holding `values`.
+  TQyDoubleVector* Vector(const std::vector<double>& values) {
+    auto* v = new TQyDoubleVector(form.get());
+    v->AddRange(values);
+    return v;
+  }
+  // A series of class S over (xs, ys) on the primary axes; an empty xs leaves X to the indexer.
+  template <class S> S* Add(const std::vector<double>& xs, const std::vector<double>& ys) {
+    auto* s = new S(form.get());
     s->setObjectName(QString("Series%1").arg(graph->RelatedSeries().size() + 1));
-    if (!xs.empty()) {
-      auto* x = new TQyDoubleVector(form.get());
-      x->AddRange(xs);
-      s->SetXData(x);
-    }
-    auto* y = new TQyDoubleVector(form.get());
-    y->AddRange(ys);
-    s->SetYData(y);
+    if (!xs.empty()) s->SetXData(Vector(xs));
+    s->SetYData(Vector(ys));
     s->SetXAxis(X());
     s->SetYAxis(Y());
+    return s;
+  }
+  // A line series drawn in `color`.
+  TQyLineSeries* AddSeries(const std::vector<double>& xs, const std::vector<double>& ys,
+                           TQyColor color = 0xFFFF0000u) {
+    auto* s = Add<TQyLineSeries>(xs, ys);
     s->GetLine()->SetColor(color);
     return s;
   }

@@ -36,11 +36,9 @@ TEST(UndoComponents, DeletedSeriesComesBackAndDrawsAgain) {
   n.stack.Undo(0);
   auto* back = n.g.form->findChild<TQyLineSeries*>("Series1");
   ASSERT_NE(back, nullptr);
-  EXPECT_EQ(back->GetCaption(), "Blue line");
-  EXPECT_EQ(back->GetLine()->GetWidth(), 3.0f);
-  EXPECT_EQ(back->GetXAxis(), n.g.X());
-  EXPECT_EQ(back->GetYAxis(), n.g.Y());
-  EXPECT_EQ(back->GetYData()->objectName(), "Ys");
+  EXPECT_EQ(std::tuple(back->GetCaption(), back->GetLine()->GetWidth(), back->GetXAxis(), back->GetYAxis(),
+                       back->GetYData()->objectName()),
+            std::tuple(QString("Blue line"), 3.0f, n.g.X(), n.g.Y(), QString("Ys")));
   EXPECT_EQ(n.BluePixels(), drawn);
 
   // Redo deletes it again.
@@ -66,9 +64,8 @@ TEST(UndoComponents, RedoMakesAFreedComponentAgain) {
   n.stack.Redo(0);
   auto* again = n.g.form->findChild<TQyPointSeries*>("Points1");
   ASSERT_NE(again, nullptr);
-  EXPECT_EQ(again->PointSymbol()->GetPointSymbol(), TQyPointSymbol::Star);
-  EXPECT_EQ(again->GetYData(), n.series->GetYData());
-  EXPECT_EQ(again->GetXAxis(), n.g.X());
+  EXPECT_EQ(std::tuple(again->PointSymbol()->GetPointSymbol(), again->GetYData(), again->GetXAxis()),
+            std::tuple(TQyPointSymbol::Star, n.series->GetYData(), n.g.X()));
 }
 
 } // namespace

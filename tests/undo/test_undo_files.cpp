@@ -25,14 +25,16 @@ struct TempDirOverride {
   }
 };
 
-// A stack with its logs in files of a fresh temporary folder, and a line that records on it.
+// A stack with its logs in files of `folder` (by default a fresh temporary one), and a line that
+// records on it.
 struct FileLogs {
   QTemporaryDir dir;
-  TempDirOverride tmp{dir.path()};
+  TempDirOverride tmp;
   TQyUndoStack stack;
   TQyLineSettings line{nullptr};
-  FileLogs() {
-    stack.SetToMemoryStream(false);
+  explicit FileLogs(const QString& folder = {}, bool inMemory = false)
+      : tmp(folder.isEmpty() ? dir.path() : folder) {
+    stack.SetToMemoryStream(inMemory);
     line.SetUndoStack(&stack);
   }
 };
@@ -42,7 +44,6 @@ struct FileLogs {
 TEST(UndoFiles, ThreeConsecutiveFreeNamesRemovedOnDestruction) {
   QTemporaryDir dir;
   ASSERT_TRUE(dir.isValid());
-  TempDirOverride tmp(dir.path());
   // A file that is already there keeps its number and its content.
   const QString stem = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
   const QString taken = dir.path() + "/" + stem + ".QyUndoStack.0";
@@ -53,10 +54,9 @@ TEST(UndoFiles, ThreeConsecutiveFreeNamesRemovedOnDestruction) {
   }
   QStringList names;
   {
-    TQyUndoStack stack;
-    stack.SetToMemoryStream(false);
-    TQyLineSettings line(nullptr);
-    line.SetUndoStack(&stack);
+    FileLogs logs(dir.path());
+    TQyUndoStack& stack = logs.stack;
+    TQyLineSettings& line = logs.line;
     line.SetWidth(2);
     line.SetWidth(3);
     names = stack.LogFileNames();
@@ -105,11 +105,9 @@ TEST(UndoFiles, UnusableTempFolderFailsClearlyAndTheModelKeepsItsState) {
   // A folder where nothing can be created, even by root, and one that does not exist (which once
   // sent the logs to the root of the file system).
   for (const QString& folder : {QString("/proc/self"), scratch.path() + "/missing/folder"}) {
-    TempDirOverride tmp(folder);
-    TQyUndoStack stack;
-    stack.SetToMemoryStream(false);
-    TQyLineSettings line(nullptr);
-    line.SetUndoStack(&stack);
+    FileLogs f(folder);
+    TQyUndoStack& stack = f.stack;
+    TQyLineSettings& line = f.line;
     try {
       line.SetWidth(5);
       ADD_FAILURE() << "no exception for " << folder.toStdString();
@@ -159,12 +157,9 @@ TEST(UndoFiles, FullMediumFailsTheWriteAndKeepsEarlierEntries) {
 
 TEST(UndoFiles, ManyChangesStayWithinTheLimit) {
   for (bool memory : {true, false}) {
-    QTemporaryDir dir;
-    TempDirOverride tmp(dir.path());
-    TQyUndoStack stack;
-    stack.SetToMemoryStream(memory);
-    TQyLineSettings line(nullptr);
-    line.SetUndoStack(&stack);
+    FileLogs f({}, memory);
+    TQyUndoStack& stack = f.stack;
+    TQyLineSettings& line = f.line;
     qint64 largest = 0;
     for (int i = 0; i < 100000; ++i) {
       line.SetWidth(float(i % 7 + 2) + (line.GetWidth() == float(i % 7 + 2) ? 0.5f : 0.0f));

@@ -148,15 +148,10 @@ TEST(UndoProperties, EveryPublishedPropertyRecordsUndoesAndRedoes) {
   Walk walk;
   walk.stack = &stack;
   walk.pool = {thirdAxis, x, y, topAxis, otherVector, line->GetYData(), errors, line};
-  walk.Object(t.graph, "Graph");
-  walk.Object(x, "XAxis");
-  walk.Object(y, "YAxis");
-  walk.Object(thirdAxis, "RightAxis");
-  walk.Object(line, "Series");
-  walk.Object(errors, "ErrorSeries");
-  walk.Object(otherVector, "Vector");
-  walk.Object(label, "Label");
-  walk.Object(&arrow, "Arrow");
+  for (auto [o, name] : std::initializer_list<std::pair<QObject*, const char*>>{
+           {t.graph, "Graph"}, {x, "XAxis"}, {y, "YAxis"}, {thirdAxis, "RightAxis"}, {line, "Series"},
+           {errors, "ErrorSeries"}, {otherVector, "Vector"}, {label, "Label"}, {&arrow, "Arrow"}})
+    walk.Object(o, name);
   // Counted by hand from the tables: graph 15 + gradients 2 x 9 + frame and grids 5 x 13 + font 15
   // = 113; each axis 50 + fonts 2 x 15 + arrow 4 = 84; line series 9 + line 13 + area 13 = 35;
   // error series 35 + symbols 2 x 6 + indicator 13 + deltas 4 = 64; label font gradient 9;
@@ -202,16 +197,12 @@ TEST(UndoProperties, FontRecordsItselfWhole) {
     g->SetLinearAngle(33), g->SetLinearCenter(0.1f), g->SetRadialCenterX(0.2f), g->SetRadialCenterY(0.3f);
     stack.SetEnabled(true);
     stack.Undo(0);
-    const QMetaObject* mo = &TQyFont::staticMetaObject;
-    for (int i = mo->propertyOffset(); i < mo->propertyCount(); ++i) {
-      const QMetaProperty p = mo->property(i);
-      if (p.isWritable()) {
-        EXPECT_EQ(p.read(f.font), p.read(&before)) << p.name();
-      }
+    for (auto [now, old] : {std::pair<QObject*, QObject*>{f.font, &before}, {g, before.GetGradient()}}) {
+      const QMetaObject* mo = now->metaObject();
+      for (int i = QObject::staticMetaObject.propertyCount(); i < mo->propertyCount(); ++i)
+        if (mo->property(i).isWritable())
+          EXPECT_EQ(mo->property(i).read(now), mo->property(i).read(old)) << mo->property(i).name();
     }
-    for (const char* n : {"Visible", "Style", "FirstColor", "MiddleColor", "LastColor", "LinearAngle",
-                          "LinearCenter", "RadialCenterX", "RadialCenterY"})
-      EXPECT_EQ(g->property(n), before.GetGradient()->property(n)) << n;
 
     TQyFont other; // copying another font in is one entry as well
     other.GetGradient()->SetVisible(true);

@@ -72,9 +72,7 @@ TEST(UndoStack, RecordUndoRedoAndEvents) {
   f.stack.SetEnabled(true);
 
   f.stack.Clear();
-  EXPECT_FALSE(f.stack.CanUndo());
-  EXPECT_FALSE(f.stack.CanRedo());
-  EXPECT_EQ(f.stack.UndoStreamSize(), 0);
+  EXPECT_EQ(std::tuple(f.stack.CanUndo(), f.stack.CanRedo(), f.stack.UndoStreamSize()), std::tuple(false, false, 0));
 }
 
 TEST(UndoStack, LimitKeepsNewestEntriesAndBoundsTheLog) {
