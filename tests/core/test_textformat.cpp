@@ -220,7 +220,9 @@ TEST(TextFormatStrToFloat, MatchesTheRuntime) {
   for (const auto& c : cases) {
     double v = -12345;
     EXPECT_EQ(TryStrToFloat(c.text, v), c.ok) << "'" << c.text << "'";
-    if (c.ok) EXPECT_TRUE(std::isnan(c.value) ? std::isnan(v) : v == c.value) << "'" << c.text << "' gave " << v;
+    if (c.ok) {
+      EXPECT_TRUE(std::isnan(c.value) ? std::isnan(v) : v == c.value) << "'" << c.text << "' gave " << v;
+    }
   }
 }
 

@@ -113,7 +113,9 @@ TEST(QyDateTimeSpanText, SpansAndTheirTexts) {
       {-1e19, "-1E19.00:00:00.000", false}};
   for (const auto& c : cases) {
     EXPECT_EQ(DoubleToTimeSpanStr(c.value), c.text) << c.value;
-    if (c.readsBack) EXPECT_DOUBLE_EQ(DoubleFomTimeSpanStr(c.text), c.value) << c.text;
+    if (c.readsBack) {
+      EXPECT_DOUBLE_EQ(DoubleFomTimeSpanStr(c.text), c.value) << c.text;
+    }
   }
   EXPECT_DOUBLE_EQ(DoubleFomTimeSpanStr("1.02:03:04"), 1 + (2 * 3600 + 3 * 60 + 4) / 86400.0);
   TFormatSettings fs = DefaultFormatSettings();

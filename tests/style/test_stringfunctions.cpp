@@ -168,7 +168,9 @@ TEST(StringFunctionsExtract, ExtractOneIntReadsAndDeletes) {
     QString s = c.text;
     for (const auto& step : c.steps) {
       EXPECT_EQ(ExtractOneInt(s), step.value) << c.text;
-      if (step.rest) EXPECT_EQ(s.toStdString(), step.rest) << c.text;
+      if (step.rest) {
+        EXPECT_EQ(s.toStdString(), step.rest) << c.text;
+      }
     }
   }
   for (const char* text : {"", "abc", "- +", "99999999999"}) {
@@ -200,7 +202,9 @@ TEST(StringFunctionsExtract, ExtractOneDoubleReadsAndDeletes) {
     for (const auto& step : c.steps) {
       const double v = ExtractOneDouble(s);
       EXPECT_TRUE(std::isnan(step.value) ? std::isnan(v) : v == step.value) << c.text << " gave " << v;
-      if (step.rest) EXPECT_EQ(s.toStdString(), step.rest) << c.text;
+      if (step.rest) {
+        EXPECT_EQ(s.toStdString(), step.rest) << c.text;
+      }
     }
   }
   for (const char* text : {"", "abc", "e", "1e400"}) {

@@ -200,8 +200,9 @@ TEST(UndoProperties, FontRecordsItselfWhole) {
     for (auto [now, old] : {std::pair<QObject*, QObject*>{f.font, &before}, {g, before.GetGradient()}}) {
       const QMetaObject* mo = now->metaObject();
       for (int i = QObject::staticMetaObject.propertyCount(); i < mo->propertyCount(); ++i)
-        if (mo->property(i).isWritable())
+        if (mo->property(i).isWritable()) {
           EXPECT_EQ(mo->property(i).read(now), mo->property(i).read(old)) << mo->property(i).name();
+        }
     }
 
     TQyFont other; // copying another font in is one entry as well
