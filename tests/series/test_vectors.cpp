@@ -41,8 +41,14 @@ TEST(DoubleVector, StatisticsAreLazyIncrementalAndKeepFirstTies) {
   EXPECT_DOUBLE_EQ(v.GetSum(), 14.0);
   EXPECT_FALSE(v.GetOnlyAscending());
   v.Add(-2.0); // only the tail is examined
+  EXPECT_TRUE(v.IsChanged());
   EXPECT_EQ(Extremes(v), std::tuple(-2.0, 5, 5.0, 4));
+  EXPECT_FALSE(v.IsChanged());
   EXPECT_DOUBLE_EQ(v.GetSumIncludingOutliers(), 12.0);
+  v.AddRange(std::vector<double>{7.0, -3.0}); // a bulk addition is still news until asked for
+  EXPECT_TRUE(v.IsChanged());
+  EXPECT_EQ(std::tuple(v.GetMinimum(), v.GetMaximum(), v.GetSum()), std::tuple(-3.0, 7.0, 16.0));
+  EXPECT_FALSE(v.IsChanged());
 
   TQyDoubleVector asc(&owner), repeated(&owner);
   for (double x : {1.0, 2.0, 3.0}) asc.Add(x);
