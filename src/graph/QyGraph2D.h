@@ -164,6 +164,7 @@ public:
   void PaintTo(QPainter* painter, QSize size, bool printing = false);
   // An image of the control's size (or `size`).
   QImage RenderToImage(QSize size = QSize(), bool antialiased = true);
+  void RenderToImage(QImage& image, bool antialiased = true); // into the caller's buffer
   // Vector output of the control's size (or `size`): SVG and PDF (one page of that size).
   void RenderToSvg(QIODevice* device, QSize size = QSize());
   void RenderToPdf(QIODevice* device, QSize size = QSize());

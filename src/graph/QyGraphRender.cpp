@@ -79,6 +79,13 @@ void TQyGraph2D::RedoLayout() {
 QImage TQyGraph2D::RenderToImage(QSize size, bool antialiased) {
   if (!size.isValid()) size = this->size();
   QImage image(size, QImage::Format_ARGB32_Premultiplied);
+  RenderToImage(image, antialiased);
+  return image;
+}
+
+// Paints into the caller's image, so that a chart redrawn many times a second reuses one buffer
+// instead of mapping fresh pages for each picture.
+void TQyGraph2D::RenderToImage(QImage& image, bool antialiased) {
   // The image has the resolution of the screen the control is on, so it shows what the screen does.
   image.setDotsPerMeterX(int(std::lround(logicalDpiX() / 0.0254))); // round-away-ok: metres
   image.setDotsPerMeterY(int(std::lround(logicalDpiY() / 0.0254))); // round-away-ok
@@ -87,10 +94,9 @@ QImage TQyGraph2D::RenderToImage(QSize size, bool antialiased) {
   if (!antialiased) FSmoothingMode = TQySmoothingMode::None;
   {
     QPainter p(&image);
-    PaintTo(&p, size);
+    PaintTo(&p, image.size());
   }
   FSmoothingMode = mode;
-  return image;
 }
 
 void TQyGraph2D::RenderToSvg(QIODevice* out, QSize size) {

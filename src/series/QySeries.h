@@ -14,6 +14,7 @@
 #include "QyRegisters.h"
 #include "QyRichLabel.h"
 #include "QyPixelOccupancy.h"
+#include "QyStamp.h"
 #include "QyComponent.h"
 #include "QyGraphPart.h"
 #include <QVariantMap>
@@ -331,6 +332,7 @@ protected:
   bool NeedsHoles() const;
   // Calls f(k) for each point whose symbol is drawn: at most one per pixel of the graph.
   template <class F> void ForEachDistinctSymbol(F f);
+  void StampSymbols(QPainter* g);
 
   QPointer<TQySeries> FDrawBandTo, FRangeFromFunction;
   TQyPointSymbolSettings* FPointSymbol = nullptr;
@@ -344,4 +346,6 @@ protected:
   float FLastSymbolSize = -1;
   TQyPixelOccupancy FScatterCells; // pixels taken by the points of a pure scatter
   TQyPixelOccupancy FDrawCells;    // pixels taken by the symbols of one drawing pass
+  quint64 FPointsVersion = 0;      // counts the calculations of the points
+  TQyStampLayer FStampLayer;       // the last picture of many stamped symbols
 };

@@ -129,6 +129,7 @@ void TQyLineSeries::CalculatePoints() {
   FCalculatedCount = FCount;
   AddBandPoints();
   FPointsStale = false;
+  ++FPointsVersion;
 }
 
 // With symbols: a point is kept when it lies more than a pixel from the last kept point.

@@ -6,6 +6,7 @@
 #include "QyStyles.h"
 #include "QyVectors.h"
 #include "QyRounding.h"
+#include "QyStamp.h"
 #include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
@@ -78,35 +79,6 @@ void TQyLineSeries::ShootHolesToClip(QPainter* g) {
   g->setClipRegion(all.subtracted(UniteAll(std::move(holes))));
 }
 
-namespace {
-// Above this many points, symbols on a raster device are stamped from one small image per look:
-// drawing a symbol's outline and fill each time costs several microseconds, a stamp a fraction.
-// Vector devices (PDF, SVG, printers) always get real shapes.
-constexpr int StampAbove = 1000;
-
-struct Stamp {
-  QImage image;
-  int half = 0; // distance of the symbol's centre from the image's corner
-};
-
-Stamp MakeStamp(const QPen& pen, const QBrush& brush, float size, TQyPointSymbol symbol, bool antialiased) {
-  Stamp s;
-  const int extent = int(std::ceil(size + pen.widthF())) + 4;
-  s.half = extent / 2;
-  s.image = QImage(extent, extent, QImage::Format_ARGB32_Premultiplied);
-  s.image.fill(Qt::transparent);
-  QPainter p(&s.image);
-  p.setRenderHint(QPainter::Antialiasing, antialiased);
-  DrawPointSymbol(&p, pen, brush, s.half, s.half, size, symbol);
-  return s;
-}
-
-bool CanStamp(QPainter* g, int count) {
-  return count > StampAbove && g->paintEngine() && g->paintEngine()->type() == QPaintEngine::Raster &&
-         g->transform().type() <= QTransform::TxTranslate;
-}
-} // namespace
-
 // Symbols are drawn once per paint, above the axes (the graph calls this after them), so that
 // translucent fills are not blended twice.
 void TQyLineSeries::DrawSymbols(QPainter* g) {
@@ -127,19 +99,8 @@ void TQyLineSeries::DrawSymbols(QPainter* g) {
     return;
   }
   if (!FPointSymbol->GetVisible()) return;
-  if (CanStamp(g, FPointCount)) {
-    const bool aa = g->testRenderHint(QPainter::Antialiasing);
-    const Stamp normal = MakeStamp(FSymbolPen, FSymbolBrush, FPointSymbol->GetSize(), FPointSymbol->GetPointSymbol(), aa);
-    const Stamp outside = MakeStamp(FOutOfRangeSymbolPen, FOutOfRangeSymbolBrush, FOutOfRangePointSymbol->GetSize(),
-                                    FOutOfRangePointSymbol->GetPointSymbol(), aa);
-    ForEachDistinctSymbol([&](int k) {
-      const QPen* pen;
-      const QBrush* brush;
-      const TQyPointSymbolSettings* s = SymbolAt(FPointIndices[k], pen, brush);
-      if (!s) return;
-      const Stamp& stamp = s == FPointSymbol ? normal : outside;
-      g->drawImage(QPoint(int(Round(FPoints[k].x())) - stamp.half, int(Round(FPoints[k].y())) - stamp.half), stamp.image);
-    });
+  if (QyCanStamp(g, FPointCount)) {
+    StampSymbols(g);
     return;
   }
   ForEachDistinctSymbol([&](int k) {
@@ -147,5 +108,27 @@ void TQyLineSeries::DrawSymbols(QPainter* g) {
     const QBrush* brush;
     if (const TQyPointSymbolSettings* s = SymbolAt(FPointIndices[k], pen, brush))
       DrawPointSymbol(g, *pen, *brush, FPoints[k].x(), FPoints[k].y(), s->GetSize(), s->GetPointSymbol());
+  });
+}
+
+// Many symbols are stamped, into a layer that the next paint reuses while the points and their
+// look stay the same.
+void TQyLineSeries::StampSymbols(QPainter* g) {
+  const bool aa = g->testRenderHint(QPainter::Antialiasing);
+  TQyStamp normal(FSymbolPen, FSymbolBrush, FPointSymbol->GetSize(), FPointSymbol->GetPointSymbol(), aa);
+  TQyStamp outside(FOutOfRangeSymbolPen, FOutOfRangeSymbolBrush, FOutOfRangePointSymbol->GetSize(),
+                   FOutOfRangePointSymbol->GetPointSymbol(), aa);
+  const int m = std::max(normal.Image().width(), outside.Image().width());
+  const QRect bounds = QRect(QPoint(0, 0), FGraph->LayoutSize()).adjusted(-m, -m, m, m);
+  FStampLayer.Paint(g, {FPointsVersion, {&normal, &outside}}, bounds, [&](QPainter* layer) {
+    normal.Begin(layer);
+    outside.Begin(layer);
+    ForEachDistinctSymbol([&](int k) {
+      const QPen* pen;
+      const QBrush* brush;
+      const TQyPointSymbolSettings* s = SymbolAt(FPointIndices[k], pen, brush);
+      if (!s) return;
+      (s == FPointSymbol ? normal : outside).Put(layer, int(Round(FPoints[k].x())), int(Round(FPoints[k].y())));
+    });
   });
 }

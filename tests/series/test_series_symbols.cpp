@@ -131,6 +131,16 @@ TEST(SeriesSymbols, StampedSymbolsSitOnTheirPoints) {
   // Nothing green far from the points: between columns of points there is background only.
   const int between = int((f.X()->NumberToWorld(10) + f.X()->NumberToWorld(11)) / 2);
   EXPECT_EQ(QyProbe::Count(img, QRect(between, 50, 1, 250), QColor(0, 255, 0), 30), 0);
+  // The stamped picture is kept for the next paint; it must follow a new look and a new range.
+  EXPECT_EQ(f.Render(), img);
+  s->PointSymbol()->SetFillColor(0xFFFF0000);
+  const QImage red = f.Render();
+  const int x0 = int(std::floor(f.X()->NumberToWorld(0))), y0 = int(std::floor(f.Y()->NumberToWorld(0)));
+  EXPECT_GE(QyProbe::Count(red, QRect(x0 - 1, y0 - 1, 3, 3), QColor(255, 0, 0), 30), 4);
+  EXPECT_EQ(QyProbe::Count(red, red.rect(), QColor(0, 255, 0), 30), 0);
+  QyTestGraph::Fix(f.X(), 9.5, 49.5); // the first ten columns leave the picture
+  const QImage moved = f.Render();
+  EXPECT_EQ(QyProbe::Count(moved, QRect(x0 - 1, y0 - 1, 3, 3), QColor(255, 0, 0), 30), 0);
 }
 
 // A translucent symbol shows no line through it: the line is clipped around the symbol.
