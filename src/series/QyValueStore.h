@@ -1,11 +1,17 @@
 #pragma once
-// The storage beneath a data vector. It grows with realloc, so that the system moves a large block
-// by remapping its pages instead of copying it, and room beyond the values written so far is
-// neither zeroed nor touched: growth costs no resident memory until values arrive. At hundreds of
-// millions of values this keeps a vector at eight bytes a value, where a copying growth would
-// briefly hold the old and the new block.
+// The storage beneath a data vector. Room beyond the values written so far is neither zeroed nor
+// touched: growth costs no resident memory until values arrive, and a grown block is moved by
+// remapping its pages, never copied, so that at hundreds of millions of values a vector stays at
+// eight bytes a value where a copying growth would briefly hold the old and the new block.
+//
+// Small blocks live on the heap (realloc). Blocks of 2 MiB and more are mappings of their own,
+// aligned to 2 MiB and asked to use huge pages, and they move only to such aligned places: drawing
+// reads a handful of values per pixel column spread over the whole block, and with 4 KiB pages
+// each of those reads costs a page-table walk (several microseconds in a virtual machine); with
+// 2 MiB pages the whole block needs a few dozen translations.
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -14,7 +20,7 @@
 class TQyValueStore {
 public:
   TQyValueStore() = default;
-  ~TQyValueStore() { std::free(FData); }
+  ~TQyValueStore() { Release(); }
   TQyValueStore(const TQyValueStore&) = delete;
   TQyValueStore& operator=(const TQyValueStore&) = delete;
 
@@ -25,16 +31,10 @@ public:
   double* begin() { return FData; }
   double& operator[](size_t i) { return FData[i]; }
   const double& operator[](size_t i) const { return FData[i]; }
+  bool Mapped() const { return FMappedBytes != 0; }
 
   // The room for n values (at least one, so that data() is never null).
-  void resize(size_t n) {
-    n = n ? n : 1;
-    auto* p = static_cast<double*>(std::realloc(FData, n * sizeof(double)));
-    if (!p) throw std::bad_alloc();
-    FData = p;
-    FSize = n;
-    if (FZeroFrom > n) FZeroFrom = n;
-  }
+  void resize(size_t n);
   // Values [0, n) are about to be used: those never written before read as 0.
   void Expose(size_t n) {
     if (n <= FZeroFrom) return;
@@ -48,8 +48,15 @@ public:
     FZeroFrom = values.size();
   }
 
+  static constexpr size_t HugePage = size_t(2) << 20;
+
 private:
+  void ResizeOnHeap(size_t n);
+  void ResizeMapped(size_t bytes);
+  void Release();
+
   double* FData = nullptr;
   size_t FSize = 0;
-  size_t FZeroFrom = 0; // from here on nothing was written
+  size_t FMappedBytes = 0; // of the mapping; 0 while the block is on the heap
+  size_t FZeroFrom = 0;    // from here on nothing was written
 };
