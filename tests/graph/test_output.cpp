@@ -2,6 +2,7 @@
 #include "QyPixelProbe.h"
 #include "QyTestGraph.h"
 #include <QyExceptions.h>
+#include <QyGifWriter.h>
 #include <QBuffer>
 #include <QClipboard>
 #include <QGuiApplication>
@@ -308,6 +309,37 @@ TEST(Output, PrintKeepsProportionsAsVectorData) {
     EXPECT_TRUE(PdfText(dir.filePath("print.pdf")).contains("X-Axis"));
   }
 }
+
+#ifdef QY_HAVE_GIFLIB
+// A GIF of at most 256 colours keeps them exactly, with one transparent index; a gradient of
+// 65536 colours (red by x, green by y) comes back in 256 colours, as boxes of 16 x 16 whose
+// means are at most 8 off in each channel.
+TEST(Output, GifKeepsFewColoursAndReducesMany) {
+  QImage few(4, 1, QImage::Format_ARGB32);
+  const QRgb colours[] = {0xFFFF0000u, 0xFF00FF00u, 0xFF0000FFu, 0x00000000u};
+  for (int x = 0; x < 4; ++x) few.setPixel(x, 0, colours[x]);
+  QImage many(256, 256, QImage::Format_RGB32);
+  for (int y = 0; y < 256; ++y)
+    for (int x = 0; x < 256; ++x) many.setPixel(x, y, qRgb(x, y, 128));
+  for (const QImage& image : {few, many}) {
+    QBuffer out;
+    out.open(QIODevice::WriteOnly);
+    QyWriteGif(image, &out);
+    const TGif gif = DecodeGif(out.data());
+    ASSERT_EQ(gif.Image.size(), image.size());
+    EXPECT_EQ(gif.Transparent >= 0, image.hasAlphaChannel());
+    int worst = 0;
+    for (int y = 0; y < image.height(); ++y)
+      for (int x = 0; x < image.width(); ++x) {
+        const QRgb a = image.pixel(x, y), b = gif.Image.pixel(x, y);
+        worst = std::max({worst, std::abs(qAlpha(a) - qAlpha(b)), std::abs(qRed(a) - qRed(b)),
+                          std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b))});
+      }
+    EXPECT_EQ(worst, image.width() == 4 ? 0 : 8);
+  }
+  EXPECT_EQ(QyQuantize(many).Palette.size(), 256);
+}
+#endif
 
 // The preview asks the graph for its page; the clipboard gets a PNG at the screen's pixel ratio
 // and the SVG in one entry.
