@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <vector>
 #ifdef QY_HAVE_GIFLIB
 #include <gif_lib.h>
 #endif
@@ -146,9 +147,11 @@ void Encode(GifFileType* gif, const TQyPalettedImage& p) {
     Check(EGifPutExtension(gif, GRAPHICS_EXT_FUNC_CODE, int(length), extension), gif);
   }
   Check(EGifPutImageDesc(gif, 0, 0, p.Width, p.Height, false, nullptr), gif);
+  std::vector<GifPixelType> line(size_t(p.Width)); // the library masks the line in place
   for (int y = 0; y < p.Height; ++y) {
-    auto* line = reinterpret_cast<GifPixelType*>(const_cast<char*>(p.Indices.constData())) + qsizetype(y) * p.Width;
-    Check(EGifPutLine(gif, line, p.Width), gif);
+    const char* row = p.Indices.constData() + qsizetype(y) * p.Width;
+    std::copy(row, row + p.Width, line.begin());
+    Check(EGifPutLine(gif, line.data(), p.Width), gif);
   }
 }
 } // namespace

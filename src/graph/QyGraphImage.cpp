@@ -270,6 +270,7 @@ int TQyGraph2D::ImgageGraphHeight() {
 
 QSize TQyGraph2D::ImageSize() { return {width() - ImageGraphLeft(), ImgageGraphHeight()}; }
 
+// The strip of the vertical bar is cut at the left: the picture moves left by it.
 void TQyGraph2D::PaintToImage(QPainter* g, float dx, float dy, bool printing) {
   TQyGraph2D* master = CoupledMaster();
   g->save();

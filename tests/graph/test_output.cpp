@@ -176,9 +176,13 @@ TEST(Output, VectorFormatsHoldTheText) {
 }
 
 // EXIF has no writer: a clear error, and no file is made; a folder that does not exist names
-// the file in its message.
+// the file in its message; a device that takes nothing fails the writers.
 TEST(Output, UnwritableFormatsAndPlacesRaise) {
   TFramed f;
+  QBuffer readOnly;
+  readOnly.open(QIODevice::ReadOnly);
+  for (TQyImageFileFormat format : {TQyImageFileFormat::PNG, TQyImageFileFormat::GIF})
+    EXPECT_THROW(f.graph->SaveImage(&readOnly, format), EWriteError) << int(format);
   QTemporaryDir dir;
   const QString exif = dir.filePath("graph.exif");
   try {
