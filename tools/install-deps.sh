@@ -4,7 +4,7 @@
 set -euo pipefail
 PKGS=(qt6-base-dev qt6-base-dev-tools qt6-svg-dev libqt6sql6-sqlite qt6-image-formats-plugins
       libgtest-dev libgmock-dev libbenchmark-dev cmake ninja-build g++ make fonts-dejavu-core
-      fonts-liberation2 ccache xvfb xauth libgif-dev locales python3-numpy python3-scipy clang)
+      fonts-liberation2 ccache xvfb xauth libgif-dev poppler-utils locales python3-numpy python3-scipy clang)
 missing=()
 for p in "${PKGS[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")

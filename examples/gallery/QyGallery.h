@@ -11,6 +11,7 @@ struct QyGalleryPage {
   std::function<QWidget*()> build;
   QSize size{800, 500};
   int settleMs = 0; // live pages run this long before they are rendered
+  QString hint;     // one line: what to try with the mouse
 };
 
 std::vector<QyGalleryPage>& QyGalleryPages();

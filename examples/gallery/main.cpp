@@ -1,15 +1,30 @@
 // The gallery: renders every example to build/gallery/*.png without a display, or shows them live
-// in a window when a display is there (or with --window).
+// in a window when a display is there (or with --window), with the output of the graphs at hand.
 #include "QyGallery.h"
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QThread>
+#include <QFileDialog>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QPointer>
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QStatusBar>
 #include <QSvgGenerator>
 #include <QTabWidget>
+#include <QThread>
 #include <QTimer>
+#include <QToolBar>
+#include <QVBoxLayout>
+#include <QyExceptions.h>
+#include <QyGraph2D.h>
 #include <algorithm>
 #include <cstdio>
 
@@ -69,6 +84,132 @@ int RenderAll(const QString& outDir) {
   }
   return failures == 0 ? 0 : 1;
 }
+
+// One file type of Save as...: the format and the pixels per pixel of the screen.
+struct TSaveFormat {
+  QString filter;
+  TQyImageFileFormat format;
+  qreal ratio = 1;
+};
+
+const QList<TSaveFormat>& SaveFormats() {
+  static const QList<TSaveFormat> formats{
+      {"PNG image (*.png)", TQyImageFileFormat::PNG},
+      {"PNG image at twice the resolution (*.png)", TQyImageFileFormat::PNG, 2},
+      {"JPEG image (*.jpg)", TQyImageFileFormat::JPEG},
+      {"BMP image (*.bmp)", TQyImageFileFormat::BMP},
+      {"GIF image (*.gif)", TQyImageFileFormat::GIF},
+      {"TIFF image (*.tif)", TQyImageFileFormat::TIFF},
+      {"Icon (*.ico)", TQyImageFileFormat::Icon},
+      {"SVG drawing (*.svg)", TQyImageFileFormat::SVG},
+      {"PDF document (*.pdf)", TQyImageFileFormat::PDF},
+      {"EMF: vector drawing, written as SVG (*.svg)", TQyImageFileFormat::EMF},
+  };
+  return formats;
+}
+
+// The live window: each page in a tab under its line of what to try, and the output of the graph
+// last clicked on the page (or its first graph): Save as..., Copy, Print... and a print preview.
+class TGalleryWindow : public QMainWindow {
+public:
+  TGalleryWindow() {
+    setWindowTitle("QyCharts gallery");
+    setCentralWidget(FTabs);
+    for (const auto& page : QyGalleryPages()) {
+      auto* tab = new QWidget;
+      auto* layout = new QVBoxLayout(tab);
+      layout->setContentsMargins(0, 0, 0, 0);
+      layout->setSpacing(0);
+      auto* hint = new QLabel(page.hint);
+      hint->setContentsMargins(8, 4, 8, 4);
+      hint->setStyleSheet("color: #345; background: #eef3f8;");
+      layout->addWidget(hint);
+      layout->addWidget(page.build(), 1);
+      FTabs->addTab(tab, page.title);
+    }
+    QMenu* file = menuBar()->addMenu("&File");
+    QToolBar* tools = addToolBar("Output");
+    auto add = [&](const QString& text, QKeySequence keys, void (TGalleryWindow::*slot)()) {
+      QAction* a = file->addAction(text, keys, this, slot);
+      tools->addAction(a);
+      FOutputActions.append(a);
+    };
+    add("&Save as...", QKeySequence::SaveAs, &TGalleryWindow::SaveAs);
+    add("&Copy", QKeySequence::Copy, &TGalleryWindow::Copy);
+    add("&Print...", QKeySequence::Print, &TGalleryWindow::Print);
+    add("Print pre&view...", QKeySequence(), &TGalleryWindow::Preview);
+    file->addSeparator();
+    file->addAction("&Quit", QKeySequence::Quit, this, &QWidget::close);
+    connect(FTabs, &QTabWidget::currentChanged, this, &TGalleryWindow::EnableOutput);
+    qApp->installEventFilter(this);
+    EnableOutput();
+    resize(1100, 760);
+  }
+
+protected:
+  // The graph last pressed on is the one the actions work on.
+  bool eventFilter(QObject* watched, QEvent* e) override {
+    if (e->type() == QEvent::MouseButtonPress)
+      for (QObject* o = watched; o; o = o->parent())
+        if (auto* g = qobject_cast<TQyGraph2D*>(o)) {
+          FTouched = g;
+          break;
+        }
+    return false;
+  }
+
+private:
+  TQyGraph2D* Graph() const {
+    QWidget* page = FTabs->currentWidget();
+    if (!page) return nullptr;
+    if (FTouched && page->isAncestorOf(FTouched)) return FTouched;
+    return page->findChild<TQyGraph2D*>();
+  }
+
+  void EnableOutput() {
+    for (QAction* a : FOutputActions) a->setEnabled(Graph() != nullptr);
+  }
+
+  void SaveAs() {
+    TQyGraph2D* graph = Graph();
+    if (!graph) return;
+    QStringList filters;
+    for (const TSaveFormat& f : SaveFormats()) filters << f.filter;
+    QString chosen;
+    const QString name = QFileDialog::getSaveFileName(this, "Save as", "graph.png", filters.join(";;"), &chosen);
+    if (name.isEmpty()) return;
+    const TSaveFormat& f = SaveFormats()[std::max(0, int(filters.indexOf(chosen)))];
+    try {
+      graph->SaveImage(name, f.format, 0xFFFFFFFFu, true, f.ratio);
+      statusBar()->showMessage("Saved " + name, 4000);
+    } catch (const EQyException& e) {
+      QMessageBox::warning(this, "Save as", e.Message());
+    }
+  }
+
+  void Copy() {
+    if (TQyGraph2D* graph = Graph()) {
+      graph->CopyToClipboard();
+      statusBar()->showMessage("Copied as a PNG image and an SVG drawing", 4000);
+    }
+  }
+
+  void Print() {
+    TQyGraph2D* graph = Graph();
+    if (!graph) return;
+    QPrinter printer(QPrinter::HighResolution);
+    QPrintDialog dialog(&printer, this);
+    if (dialog.exec() == QDialog::Accepted) graph->PrintTo(&printer);
+  }
+
+  void Preview() {
+    if (TQyGraph2D* graph = Graph()) graph->NewPrintPreview(this)->exec();
+  }
+
+  QTabWidget* FTabs = new QTabWidget;
+  QPointer<TQyGraph2D> FTouched;
+  QList<QAction*> FOutputActions;
+};
 } // namespace
 
 int main(int argc, char** argv) {
@@ -86,10 +227,7 @@ int main(int argc, char** argv) {
   if (!window && (!HasDisplay() || QGuiApplication::platformName() == "offscreen"))
     return RenderAll(outDir);
 
-  QTabWidget tabs;
-  for (const auto& page : QyGalleryPages()) tabs.addTab(page.build(), page.title);
-  tabs.resize(1000, 700);
-  tabs.setWindowTitle("QyCharts gallery");
-  tabs.show();
+  TGalleryWindow gallery;
+  gallery.show();
   return app.exec();
 }

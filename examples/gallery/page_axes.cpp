@@ -148,4 +148,5 @@ QWidget* BuildAxes() {
 }
 } // namespace
 
-QY_GALLERY_PAGE(axes, "02-axes", "Axes", BuildAxes, QSize(1600, 1000));
+QY_GALLERY_PAGE(axes, "02-axes", "Axes", BuildAxes, QSize(1600, 1000), 0,
+                "Drag a frame in any graph to zoom: every scale finds new ticks; click beside the data to go back");

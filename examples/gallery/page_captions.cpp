@@ -82,6 +82,5 @@ private:
 };
 } // namespace
 
-QY_GALLERY_PAGE(captions, "07-captions", "Captions", [] {
-  return static_cast<QWidget*>(new TCaptionsPage);
-});
+QY_GALLERY_PAGE(captions, "07-captions", "Captions", [] { return static_cast<QWidget*>(new TCaptionsPage); },
+                QSize(800, 500), 0, "Nothing to drag here: each caption turns about its anchor, one of the nine");

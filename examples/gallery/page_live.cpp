@@ -96,4 +96,5 @@ private:
 
 // Rendered after 2.6 s of live data, so that the slit has moved on once.
 QY_GALLERY_PAGE(live, "04-live-signal", "Live signal", [] { return static_cast<QWidget*>(new TLivePage); },
-                QSize(900, 450), 2600);
+                QSize(900, 450), 2600,
+                "Drag a frame to look closely at the live signal; double-click beside the data to follow it again");

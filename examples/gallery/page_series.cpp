@@ -165,4 +165,5 @@ QWidget* BuildSeries() {
 }
 } // namespace
 
-QY_GALLERY_PAGE(series, "03-series", "Series", BuildSeries, QSize(1200, 900));
+QY_GALLERY_PAGE(series, "03-series", "Series", BuildSeries, QSize(1200, 900), 0,
+                "Zoom into the symbols or the hatched area with a frame, Shift+drag to pan, click beside the data to go back");

@@ -63,4 +63,5 @@ QWidget* BuildSpine() {
 }
 } // namespace
 
-QY_GALLERY_PAGE(spine, "01-line-series", "Line series", BuildSpine);
+QY_GALLERY_PAGE(spine, "01-line-series", "Line series", BuildSpine, QSize(800, 500), 0,
+                "Drag a frame over the growing signal to zoom, Shift+drag to pan, double-click beside the data to reset");

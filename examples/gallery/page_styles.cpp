@@ -134,4 +134,4 @@ private:
 } // namespace
 
 QY_GALLERY_PAGE(styles, "10-styles", "Styles", [] { return static_cast<QWidget*>(new TStylesPage); },
-                QSize(1000, 920));
+                QSize(1000, 920), 0, "Nothing to drag here: every symbol, dash, hatch and gradient side by side");

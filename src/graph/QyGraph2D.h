@@ -19,6 +19,7 @@
 #include <QRectF>
 #include <QWidget>
 #include <QPagedPaintDevice>
+#include <QPicture>
 #include <functional>
 #include <memory>
 
@@ -27,13 +28,19 @@ class TQySeries;
 class TQyCustomDoubleVector;
 class TQyGradientSettings;
 class TQyLineSettings;
+class QPrintPreviewDialog;
 
 namespace QyGraph2D {
 Q_NAMESPACE
 enum class TQySmoothingMode { None, HighSpeed, AntiAlias, HighQuality };
 Q_ENUM_NS(TQySmoothingMode)
+// File formats of SaveImage. Documents store the ordinal, so later formats come last. EMF
+// stands for vector output and writes SVG.
+enum class TQyImageFileFormat { EMF, BMP, JPEG, PNG, GIF, TIFF, EXIF, Icon, SVG, PDF };
+Q_ENUM_NS(TQyImageFileFormat)
 } // namespace QyGraph2D
 using QyGraph2D::TQySmoothingMode;
+using QyGraph2D::TQyImageFileFormat;
 
 struct TQyFindSeriesPointResult {
   bool Found = false;
@@ -92,6 +99,32 @@ public:
   void SetHighQuality(QPainter* graphics, bool on) const;
   // Made with the graph, started once the graph is complete, ended first thing on destruction.
   TQyPollingThread* PollingThread() const { return FPollingThread.get(); }
+
+  // ---- output to files, printers and the clipboard (QyGraphImage.cpp): the same for every
+  // control on this base, which supplies its picture through ImageSize and PaintToImage.
+  // The extent of the picture.
+  virtual QSize ImageSize() { return size(); }
+  // Paints the picture with its top left corner at (dx, dy): the one routine of every output.
+  // `printing` draws ticks at fractional positions.
+  virtual void PaintToImage(QPainter* g, float dx, float dy, bool printing) = 0;
+  // Writes the picture in `format`. With `useColor` the background is `color` (opaque), else
+  // transparent where the control's own background is. Raster formats are written at
+  // `pixelRatio` image pixels per pixel of the control: the same layout, crisper.
+  virtual void SaveImage(QIODevice* out, TQyImageFileFormat format, TQyColor color = 0xFFFFFFFFu,
+                         bool useColor = true, qreal pixelRatio = 1);
+  void SaveImage(const QString& fileName, TQyImageFileFormat format, TQyColor color = 0xFFFFFFFFu,
+                 bool useColor = true, qreal pixelRatio = 1);
+  // The picture on `color`, with every pixel of that colour made transparent.
+  QImage AsTBitmap(TQyColor color);
+  // The picture as recorded drawing commands, on a transparent background.
+  QPicture AsTMetafile();
+  // Prints into `rect` (device units; the printable page when empty) as vector data, keeping
+  // the picture's proportions: centred across when the rectangle is wider, at its top.
+  virtual void PrintTo(QPagedPaintDevice* printer, QRectF rect = QRectF());
+  // A preview of the printed page, from which the user may print; the caller shows it.
+  QPrintPreviewDialog* NewPrintPreview(QWidget* parent = nullptr);
+  // A PNG image (at the screen's pixel ratio) and SVG, both in one clipboard entry.
+  virtual void CopyToClipboard();
 
 protected:
   void AfterConstruction() override;
@@ -168,8 +201,14 @@ public:
   // Vector output of the control's size (or `size`): SVG and PDF (one page of that size).
   void RenderToSvg(QIODevice* device, QSize size = QSize());
   void RenderToPdf(QIODevice* device, QSize size = QSize());
-  // Prints onto the page rectangle of `printer` (device units), keeping the proportions.
-  void PrintTo(QPagedPaintDevice* printer, QRectF rect = QRectF());
+  // The picture of every output: the coupled graphs stacked (children above the master, the last
+  // child on top), without the strips that hold only scroll bars.
+  QSize ImageSize() override;
+  void PaintToImage(QPainter* g, float dx, float dy, bool printing) override;
+  // How much of the left side the picture leaves out: a strip that holds only a scroll bar.
+  int ImageGraphLeft();
+  // The height of the stacked picture, without the horizontal scroll bars.
+  int ImgageGraphHeight();
 
   // ---- parts: series, axes, legends, markers and every later kind (QyGraphPart.h)
   // Every part of this graph in paint order: the series in layer order, the other registered

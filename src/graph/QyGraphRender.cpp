@@ -1,13 +1,11 @@
-// Output to devices other than the screen: images, SVG, PDF, printers. Every output goes through
-// PaintTo, which lays the graph out for the target and then puts the control back as it was.
+// Drawing onto devices other than the control: PaintTo lays the graph out for the target and then
+// puts the control back as it was.
 #include "QyAxis.h"
 #include "QyGraph2D.h"
 #include "QyMeasure.h"
 #include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
-#include <QPdfWriter>
-#include <QSvgGenerator>
 #include <cmath>
 
 namespace {
@@ -97,40 +95,4 @@ void TQyGraph2D::RenderToImage(QImage& image, bool antialiased) {
     PaintTo(&p, image.size());
   }
   FSmoothingMode = mode;
-}
-
-void TQyGraph2D::RenderToSvg(QIODevice* out, QSize size) {
-  if (!size.isValid()) size = this->size();
-  QSvgGenerator svg;
-  svg.setOutputDevice(out);
-  svg.setResolution(logicalDpiX());
-  svg.setSize(size);
-  svg.setViewBox(QRect(QPoint(0, 0), size));
-  QPainter p(&svg);
-  PaintTo(&p, size, true);
-}
-
-void TQyGraph2D::RenderToPdf(QIODevice* out, QSize size) {
-  if (!size.isValid()) size = this->size();
-  // Vector output in the screen's units: one unit is one pixel of the control.
-  QPdfWriter pdf(out);
-  const qreal inch = logicalDpiX();
-  pdf.setResolution(int(inch));
-  pdf.setPageSize(QPageSize(QSizeF(size.width() * 72.0 / inch, size.height() * 72.0 / inch), QPageSize::Point));
-  pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
-  QPainter p(&pdf);
-  PaintTo(&p, size, true);
-}
-
-// The picture keeps the control's proportions, centred across when the rectangle is wider, and
-// is laid out for the printer's own resolution: text has its point size on paper.
-void TQyGraph2D::PrintTo(QPagedPaintDevice* printer, QRectF rect) {
-  if (!printer) return;
-  if (rect.isEmpty()) rect = QRectF(0, 0, printer->width(), printer->height());
-  const qreal aspect = qreal(width()) / std::max(1, height());
-  QSizeF picture(rect.height() * aspect, rect.height());
-  if (picture.width() > rect.width()) picture = QSizeF(rect.width(), rect.width() / aspect);
-  QPainter p(printer);
-  p.translate(rect.left() + (rect.width() - picture.width()) / 2, rect.top());
-  PaintTo(&p, picture.toSize(), true);
 }
