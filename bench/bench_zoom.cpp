@@ -19,7 +19,7 @@ struct PanGraph {
   explicit PanGraph(long n) {
     graph.resize(1600, 1000);
     graph.TestPrimaryAxis();
-    std::vector<double> x(size_t(n)), y(size_t(n));
+    std::vector<double> x(static_cast<size_t>(n)), y(static_cast<size_t>(n));
     for (long i = 0; i < n; ++i) x[size_t(i)] = double(i), y[size_t(i)] = std::sin(i / 1000.0) * 1000.0 + (i % 7) * 10;
     auto* xs = new TQyDoubleVector(&graph);
     auto* ys = new TQyDoubleVector(&graph);
