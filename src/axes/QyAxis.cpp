@@ -262,9 +262,21 @@ void TQyAxis::SetStartEnd(TQyAxisEnd value) {
   });
 }
 
+// A moving slit moves by itself: on a graph it turns off zooming and the scroll bar of its
+// direction. The entry holds those two settings as well, whatever the new value.
 void TQyAxis::SetStopEnd(TQyAxisEnd value) {
-  AssignGroupedWith(FStopEnd, value, QyRes::AxisStopEnd, "StopEnd", {"Start", "Stop", "StartEnd"}, [this] {
-    if (FStopEnd == TQyAxisEnd::MovingSlit) FStartEnd = TQyAxisEnd::Fixed;
+  if (QyEqual(FStopEnd, value)) return;
+  QObject* zoom = Graph() ? Graph()->ZoomSettings() : nullptr;
+  const char* bar = GetHorizontal() ? "HScrollbarVisible" : "VScrollbarVisible";
+  TQyUndoGroup group(UndoRecorder(), QyRes::AxisStopEnd);
+  TQyUndoRecorder* stack = UndoRecorder();
+  if (zoom && stack && stack->IsRecording())
+    for (const char* name : {"Auto", bar}) stack->PushProperty(zoom, QString(), name);
+  AssignGroupedWith(FStopEnd, value, QyRes::AxisStopEnd, "StopEnd", {"Start", "Stop", "StartEnd"}, [this, zoom, bar] {
+    if (FStopEnd == TQyAxisEnd::MovingSlit) {
+      FStartEnd = TQyAxisEnd::Fixed;
+      if (zoom) zoom->setProperty("Auto", false), zoom->setProperty(bar, false);
+    }
     if (FStopEnd == TQyAxisEnd::AutoRange || FStopEnd == TQyAxisEnd::MovingSlit) RangeModified();
     else Modified();
   });
@@ -360,5 +372,7 @@ void TQyAxis::SetVisible(bool visible) {
 void TQyAxis::SetStartStop(double start, double stop) {
   FStart = FLastStart = start;
   FStop = FLastStop = stop;
+  // A drag lays out the ticks only (no ranging): the logarithmic mapping follows the ends here.
+  if (FLogActive && start > 0 && stop > start) FLogStart = std::log10(start), FLogStop = std::log10(stop);
   Modified();
 }

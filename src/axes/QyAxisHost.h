@@ -2,6 +2,7 @@
 // What an axis and its layout pass need of the graph they stand in. The graph implements it; the
 // axes know the graph only through it.
 #include "QyTypes.h"
+#include <QObject>
 #include <QRectF>
 #include <QSize>
 
@@ -32,6 +33,9 @@ public:
   virtual QSize LayoutSize() const = 0;
   // The graph's primary X axis belongs to another graph (coupled graphs).
   virtual bool IsChildGraph() const = 0;
+  // The graph's zoom settings, published as "Auto", "HScrollbarVisible" and "VScrollbarVisible"
+  // (a moving-slit axis turns zooming and its scroll bar off); nullptr when it has none.
+  virtual QObject* ZoomSettings() const { return nullptr; }
 
   // ---- the title: measured caption object, whether it takes room, distances and alignment
   virtual TQyRichCaptionObject* CaptionObject() const = 0;

@@ -60,6 +60,11 @@ void TQyAxis::Calculate() { TQyAxisLayout(this).Run(); }
 
 void TQyAxisLayout::Run() {
   if (!Begin()) return;
+  if (FGraph && FGraph->InDrag()) { // a pan or a scroll-bar drag: the ticks move, nothing else
+    for (TQyAxis* a : FAxes) a->CalculateTicks();
+    Finish();
+    return;
+  }
   FirstRound();
   StartMargins();
   AxisBands();

@@ -30,6 +30,21 @@ inline constexpr char GraphVarName[] = "Internal name of the graph control";
 inline constexpr char GraphDefaultXCaption[] = "X-Axis";
 inline constexpr char GraphDefaultYCaption[] = "Y-Axis";
 
+// ---- Graph zoom, pan and scroll bars (undo captions and messages)
+inline constexpr char ZoomAuto[] = "Graph auto zooming";
+inline constexpr char ZoomOptimizeSeries[] = "Graph zoom optimize for series data";
+inline constexpr char ZoomBackOnClickBeside[] = "Graph zoom back clicking beside data";
+inline constexpr char ZoomResetOnDoubleClickBeside[] = "Graph zoom reset double clicking beside data";
+inline constexpr char ZoomResetOnFrame[] = "Graph zoom reset dragging bottom/right top/left";
+inline constexpr char ZoomStartZoom[] = "Graph zoom start keys";
+inline constexpr char ZoomStartPanning[] = "Graph panning start keys";
+inline constexpr char ZoomHScrollbarVisible[] = "Graph zoomed show horizontal scrollbar";
+inline constexpr char ZoomVScrollbarVisible[] = "Graph zoomed show vertical scrollbar";
+inline constexpr char ZoomScrollSmallIncrement[] = "Graph scrollbars small increment";
+inline constexpr char ZoomScrollLargeIncrement[] = "Graph scrollbars large increment";
+inline constexpr char ZoomWheel[] = "Graph zoom with the mouse wheel";
+inline constexpr char ZoomSameStartKeys[] = "Zooming and panning not allowed to start with same parameters";
+
 // ---- Axis (undo captions and messages)
 inline constexpr char AxisCaption[] = "Axis caption";
 inline constexpr char AxisCaptionAlignment[] = "Alignment of axis caption";

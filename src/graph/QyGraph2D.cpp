@@ -1,5 +1,7 @@
 #include "QyGraph2D.h"
 #include "QyAxis.h"
+#include "QyGraphMouse.h"
+#include "QyGraphScroll.h"
 #include "QyComponent.h"
 #include "QySeries.h"
 #include "QyStyles.h"
@@ -107,6 +109,9 @@ TQyGraph2D::TQyGraph2D(QWidget* parent) : TQyCustomGraph(parent) {
     (*g.grid)->SetColor(g.color);
   }
   FPollingThread->OnPoll = [this](QObject* sender) { SeriesPoll(sender); };
+  FZoom = new TQyZoomSettings(this);
+  new TQyGraphMouse(this);
+  RegisterPart(new TQyGraphScrollBars(this));
 }
 
 TQyGraph2D::~TQyGraph2D() {
@@ -225,7 +230,7 @@ void TQyGraph2D::Calculate() {
   if (Updating() || !FPrimaryXAxis || !FPrimaryYAxis) return;
   CheckCoupled();
   SortLayers();
-  FCaptionObject->ParseForSize(nullptr, this);
+  if (!FIsPanning) FCaptionObject->ParseForSize(nullptr, this); // a drag measures no text
   if (FPrimaryXAxis->parentWidget() == this) {
     FPrimaryXAxis->Calculate();
   } else if (FPrimaryYAxis->parentWidget() == this) {
@@ -399,11 +404,4 @@ QList<TQyCustomDoubleVector*> TQyGraph2D::GetVectorsList() const {
       if (qobject_cast<TQyDoubleVector*>(v) && !out.contains(v)) out.append(v);
   }
   return out;
-}
-
-// ---- what the layout pass asks of the graph ----------------------------------------------------
-
-void TQyGraph2D::ZoomReset() {
-  for (TQyAxis* a : Axes()) a->RangeModified();
-  SeriesModified();
 }

@@ -13,7 +13,10 @@
 #include "QyRichLabel.h"
 #include "QyTypes.h"
 #include "QyPollingThread.h"
+#include "QyZoomSettings.h"
 #include <QList>
+#include <QPair>
+#include <QPoint>
 #include <QPointer>
 #include <QRect>
 #include <QRectF>
@@ -22,6 +25,7 @@
 #include <QPicture>
 #include <functional>
 #include <memory>
+#include <vector>
 
 class TQyAxis;
 class TQySeries;
@@ -158,6 +162,7 @@ class TQyGraph2D : public TQyCustomGraph, public IQySeriesHost {
   Q_PROPERTY(TQyAxis* PrimaryXAxis READ GetPrimaryXAxis WRITE SetPrimaryXAxis)
   Q_PROPERTY(TQyAxis* PrimaryYAxis READ GetPrimaryYAxis WRITE SetPrimaryYAxis)
   Q_PROPERTY(TQyFont* Font READ GetCaptionFont)
+  QY_PROPERTY_OBJECT(TQyZoomSettings, Zoom);
 
 public:
   explicit TQyGraph2D(QWidget* parent = nullptr);
@@ -243,7 +248,8 @@ public:
   // Coupled graphs (QyGraphCoupled.cpp): the master and the graphs on its primary X axis share the
   // left and right edges of their data areas.
   QRectF CoupleDataArea(const QRectF& area) override;
-  bool InDrag() const override { return false; } // zoom and pan drags arrive with the zoom settings
+  bool InDrag() const override { return FIsPanning; }
+  QObject* ZoomSettings() const override { return FZoom; }
   bool CreatingPrimaryAxes() const { return FCreatingPrimaryAxes; }
 
   // ---- what axes and series ask of the graph (the state of the common graph base)
@@ -260,8 +266,26 @@ public:
   bool NoSmoothing() const override { return FSmoothingMode == TQySmoothingMode::None; }
   void Invalidate() override { update(); }
   QSize LayoutSize() const override { return TQyCustomGraph::LayoutSize(); }
+  // ---- zoom, pan and scroll bars (QyGraphZoom.cpp; the pointer in QyGraphMouse, the bars in
+  // QyGraphScroll). Each command acts on every axis of the graphs coupled by a shared X axis.
   // Every axis takes its automatic ends again and forgets its zoom history.
   void ZoomReset() override;
+  void ZoomTo(QPoint p1, QPoint p2);
+  void ZoomBack();
+  void RedoZoom();
+  void ZoomToStage(int stage);
+  bool GetCanZoomBack() const;
+  bool GetCanRedoZoom() const;
+  int GetCurrentZoomStage() const;
+  int GetZoomBufferSize() const;
+  // The other graphs of the group take a stage of their present ends (stages stay aligned).
+  void FixChildZoomStack();
+  // Scales every axis by `factor` about the value under `p`, within the ends `from` or the data.
+  void ScaleAxesAbout(QPointF p, double factor, const std::vector<QPair<double, double>>& from);
+  // A pan or a scroll-bar drag is under way: a layout then walks the ticks only.
+  bool IsPanning() const { return FIsPanning; }
+  void SetPanning(bool on) { FIsPanning = on; }
+  TQyNotifyEvent OnBeginZoom, OnEndZoom, OnBeginPanning, OnEndPanning;
   void TakeLayoutMargins(TQyLayoutMargins& margins) override;
   void DataAreaPlaced(const QRectF& area) override;
 
@@ -288,6 +312,10 @@ private:
   void PaintDataArea(QPainter* g);
   void PaintGrid(QPainter* g, TQyAxis* axis, TQyLineSettings* major, TQyLineSettings* minor);
   TQyGraph2D* CoupledMaster();
+  QList<TQyGraph2D*> CoupledGroup();
+  void ForCoupledAxes(const std::function<void(TQyAxis*)>& op);
+  void ShrinkFrameToData(const QList<TQyAxis*>& axes, float l, float r, float t, float b,
+                         std::vector<double>& starts, std::vector<double>& stops);
   void AlignCoupledGraphs();
   void TakeDataEdges(float left, float right);
   TQyAxis* MakePrimaryAxis(const QString& base, const char* caption, TQyAxisPosition position);
@@ -308,5 +336,6 @@ private:
   bool FIsMasterGraph = false, FIsChildGraph = false;
   bool FCreatingPrimaryAxes = false;
   bool FRepaintAfterPaint = false;
+  bool FIsPanning = false;
   QRect FLastClipRect;
 };

@@ -4,6 +4,7 @@
 #include <QMetaEnum>
 #include <QMetaProperty>
 #include <QColor>
+#include <QyExceptions.h>
 #include <QyPointSeries.h>
 #include <QyTestGraph.h>
 #include <QyUndoStack.h>
@@ -17,6 +18,7 @@ namespace {
 const QStringList NoUndoCaption{
     "Graph.UndoStack",     // the link to the stack itself
     "Graph.SmoothingMode", // look only, "no undo record"
+    "Graph.Zoom.BufferType", "Graph.Zoom.PanningCursor",
     "Font.RenderingHint",  // a font records itself whole, and the whole holds no rendering hint
     "Axis.RubricsField", "Axis.DataSource", // data binding
     "Axis.StartPadding", "Axis.StopPadding", "Axis.AutoSize",
@@ -49,7 +51,7 @@ struct Walk {
       int raw = 0;
       std::memcpy(&raw, v.constData(), std::min<size_t>(sizeof raw, size_t(p.metaType().sizeOf())));
       int next = raw;
-      if (p.isFlagType()) next = raw ^ e.value(0);
+      if (p.isFlagType()) next = raw ^ e.value(std::min(skip, e.keyCount() - 1));
       else
         for (int i = 0; i < e.keyCount(); ++i)
           if (e.value(i) == raw) next = e.value((i + 1) % e.keyCount());
@@ -87,17 +89,25 @@ struct Walk {
     }
   }
 
+  // A refusal by exception leaves the value as it was.
+  static void Write(QObject* o, const QMetaProperty& p, const QVariant& v) {
+    try {
+      p.write(o, v);
+    } catch (const EQyException&) {
+    }
+  }
+
   void Property(QObject* o, const QMetaProperty& p, const QString& where) {
     SCOPED_TRACE(where.toStdString());
     const QVariant before = p.read(o);
     QVariant wanted = OtherValue(o, p, before);
     if (!wanted.isValid()) return;
     const int entries = stack->UndoList().Count();
-    p.write(o, wanted);
-    // A setter may refuse a reference (an axis takes no master of the other orientation): the
-    // next candidate is tried.
+    Write(o, p, wanted);
+    // A setter may refuse a value (an axis takes no master of the other orientation; zooming and
+    // panning refuse each other's keys): the next candidate is tried.
     for (int skip = 1; p.read(o) == before && (wanted = OtherValue(o, p, before, skip)).isValid(); ++skip)
-      p.write(o, wanted);
+      Write(o, p, wanted);
     const QVariant after = p.read(o);
     ASSERT_NE(after, before) << "the setter kept the old value";
     if (HasNoUndoCaption(where)) {
