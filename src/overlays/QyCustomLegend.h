@@ -170,6 +170,8 @@ private:
   void ParseCaption();
   void LayOutRows(int top, float& width, float& height);
   void LayOutColumns(int top, float& width, float& height);
+  int TextWidth(int i) const;
+  int TextHeight(int i) const;
   void PlaceItem(int i, float x, float y, int h);
   void ShiftItems(int from, int to, int dx);
   void PaintBox(QPainter* g);

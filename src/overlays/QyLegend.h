@@ -2,11 +2,11 @@
 // The legend of a graph: one item per series, placed on a side of the graph (the layout makes
 // room for it) or floating freely where the user drags it.
 #include "QyCustomLegend.h"
+#include "QyGraph2D.h"
 #include "QyStringFunctions.h"
 #include <QPointer>
 #include <QStringList>
 
-class TQyGraph2D;
 
 class TQyLegend : public TQyCustomLegend {
   Q_OBJECT

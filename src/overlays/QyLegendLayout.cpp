@@ -38,9 +38,12 @@ void TQyCustomLegend::CheckItemHeight() {
     FEffectiveItemHeight = std::max<float>(FEffectiveItemHeight, ItemMinHeight(i));
 }
 
-namespace {
-int TextWidth(const TQyRichCaptionObject& c) { return RoundI(c.Width()); }
-} // namespace
+int TQyCustomLegend::TextWidth(int i) const { return RoundI(FItemCaptions[i]->Width()); }
+
+// An item's row: its text's height, at least the common item height.
+int TQyCustomLegend::TextHeight(int i) const {
+  return std::max(RoundI(FItemCaptions[i]->Height()), RoundI(FEffectiveItemHeight));
+}
 
 // The sample's box centred on its row of height h at (x, y); the text to its right, middle left.
 void TQyCustomLegend::PlaceItem(int i, float x, float y, int h) {
@@ -112,8 +115,7 @@ void TQyCustomLegend::LayOutRows(int top, float& width, float& height) {
   float x = 0, y = top, r = 0;
   int c = 0, m = 0, first = 0;
   for (int i = 0; i < n; ++i) {
-    const int w = TextWidth(*FItemCaptions[i]);
-    const int h = std::max(RoundI(FItemCaptions[i]->Height()), RoundI(FEffectiveItemHeight));
+    const int w = TextWidth(i), h = TextHeight(i);
     ++c;
     m = std::max(m, h);
     PlaceItem(i, x, y, h);
@@ -139,18 +141,14 @@ void TQyCustomLegend::LayOutColumns(int top, float& width, float& height) {
   const float gap = FDistanceBetweenColumns;
   const int s = RoundI(FItemWidth + FDistanceItemCaption);
   const int n = std::min<int>(ItemCount(), FItemCaptions.Count());
-  std::vector<int> heights(size_t(n));
   double sum = 0;
-  for (int i = 0; i < n; ++i) {
-    heights[size_t(i)] = std::max(RoundI(FItemCaptions[i]->Height()), RoundI(FEffectiveItemHeight));
-    sum += heights[size_t(i)];
-  }
+  for (int i = 0; i < n; ++i) sum += TextHeight(i);
   const double target = sum / std::max(1, FColumns); // no columns at all: one column
   float x = RoundI(FDistanceToBorder), y = top;
   double t = 0;
   int m = 0;
   for (int i = 0; i < n; ++i) {
-    const int w = TextWidth(*FItemCaptions[i]), h = heights[size_t(i)];
+    const int w = TextWidth(i), h = TextHeight(i);
     t += h;
     m = std::max(m, w);
     PlaceItem(i, x, y, h);
