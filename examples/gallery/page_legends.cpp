@@ -64,7 +64,7 @@ TQyGraph2D* FreeLegendGraph() {
   TQyGraph2D* g = LegendGraph(TQyLegendPosition::FreeFloating);
   g->SetCaption("FreeFloating: drag the legend");
   auto* legend = g->findChild<TQyLegend*>();
-  legend->SetCaption("Free \\c[Red]legend");
+  legend->SetCaption("Free \\c[A=255, R=200, G=30, B=30]legend");
   legend->SetCaptionVisible(true);
   legend->SetDropShadow(true);
   legend->SetCornerRounding(8);

@@ -17,6 +17,7 @@ class TQyLegend : public TQyCustomLegend {
   // Kept in documents, set by the settings; no undo entry of its own.
   QY_PROPERTY(QyLegend::TQyLegendCaptionColorFrom, LegendCaptionColorFrom, nullptr, DoInvalidate()) =
       TQyLegendCaptionColorFrom::LegendForeColor;
+  QY_DOCUMENT_MEMBERS // the record stands in QyLegendRecord.cpp
 
 public:
   explicit TQyLegend(QWidget* parent = nullptr);

@@ -8,6 +8,9 @@
 #include <QyPointSeries.h>
 #include <QyUndoStack.h>
 #include <QBuffer>
+#include <QDomDocument>
+#include <QyIniFile.h>
+#include <QyRecordMedia.h>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -277,4 +280,57 @@ TEST(LegendOnGraph, PaintedIntoImagesAndVectorOutput) {
   f.graph->RenderToSvg(&svg);
   EXPECT_TRUE(svg.data().contains(">A<") || svg.data().contains(">A</"));
   EXPECT_TRUE(svg.data().contains("#ffff00"));
+}
+
+// A legend read back from each document medium has the settings, the order list, the caption and
+// the references (graph and parent) of the one written.
+TEST(LegendOnGraph, DocumentsKeepTheLegend) {
+  LegendGraph f;
+  TQyLegend* l = f.legend;
+  l->setObjectName("Legend1");
+  l->SetPosition(P::RightTopOfAxis);
+  l->SetRows(2);
+  l->SetItemWidth(33);
+  l->SetBackColor(0xFF102030);
+  l->SetItemsOrderList({"Form1.Series2", "Form1.Series1"});
+  l->SetCaption("Key\\b!");
+  l->SetCaptionVisible(true);
+  l->GetCaptionFont()->SetSize(14);
+  l->SetDropShadow(true);
+  l->GetBackgroundGradient()->SetVisible(true);
+  l->SetGraph(f.graph);
+  const char* checked[] = {"Position", "Rows", "ItemWidth", "BackColor", "ItemsOrderList", "Caption",
+                           "CaptionVisible", "DropShadow", "ItemsOrder"};
+  for (int medium = 0; medium < 3; ++medium) {
+    SCOPED_TRACE(medium);
+    QByteArray bytes;
+    QDomDocument dom;
+    QDomElement e = dom.createElement("Legend");
+    dom.appendChild(e);
+    TQyIniFile ini;
+    if (medium == 0) {
+      QBuffer out(&bytes);
+      out.open(QIODevice::WriteOnly);
+      l->WriteTo(&out);
+    } else if (medium == 1) {
+      l->WriteTo(e);
+    } else {
+      l->WriteTo(ini, "Legend");
+    }
+    TQyLegend copy(f.form.get());
+    if (medium == 0) {
+      QBuffer in(&bytes);
+      in.open(QIODevice::ReadOnly);
+      copy.ReadFrom(&in);
+    } else if (medium == 1) {
+      copy.ReadFrom(e);
+    } else {
+      copy.ReadFrom(ini, "Legend");
+    }
+    for (const char* p : checked) EXPECT_EQ(copy.property(p), l->property(p)) << p;
+    EXPECT_EQ(copy.GetCaptionFont()->GetSize(), 14.0f);
+    EXPECT_TRUE(copy.GetBackgroundGradient()->GetVisible());
+    EXPECT_EQ(copy.GetGraph(), f.graph);
+    EXPECT_EQ(copy.parentWidget(), f.graph);
+  }
 }
