@@ -9,7 +9,6 @@ QY_REGISTER_CLASS(TQyLegend);
 
 namespace {
 using T = TQyFieldType;
-using TKind = TQyRecordMedium::TKind;
 
 TQyLegend* Legend(QObject* o) { return static_cast<TQyLegend*>(o); }
 const TQyLegend* Legend(const QObject* o) { return static_cast<const TQyLegend*>(o); }
@@ -39,23 +38,12 @@ TQyRecordEntry Parent() {
       .At("Properties");
 }
 
-// The order list: a counted list in a stream and in XML, numbered keys in INI.
 void WriteOrder(const QObject* o, TQyRecordMedium& m) {
-  const QStringList refs = Legend(o)->GetItemsOrderList();
-  if (m.Kind() != TKind::Ini) return m.WriteItems("ItemsOrderList", T::String, QVariantList(refs.begin(), refs.end()));
-  m.Write("ItemsOrderList.Count", T::Int32, refs.size());
-  for (qsizetype i = 0; i < refs.size(); ++i) m.Write(QString("ItemsOrderList(%1)").arg(i), T::String, refs[i]);
+  QyWriteNumberedTexts(m, "ItemsOrderList", "ItemsOrderList.Count", Legend(o)->GetItemsOrderList());
 }
 
 void ReadOrder(QObject* o, TQyRecordMedium& m) {
-  QStringList refs;
-  if (m.Kind() != TKind::Ini) {
-    for (const QVariant& v : m.ReadItems("ItemsOrderList", T::String)) refs << v.toString();
-  } else {
-    for (int i = 0, n = m.Read("ItemsOrderList.Count", T::Int32, 0).toInt(); i < n; ++i)
-      refs << m.Read(QString("ItemsOrderList(%1)").arg(i), T::String, QString()).toString();
-  }
-  Legend(o)->SetItemsOrderList(refs);
+  Legend(o)->SetItemsOrderList(QyReadNumberedTexts(m, "ItemsOrderList", "ItemsOrderList.Count"));
 }
 
 TQyRecordEntry Distance(const QString& key, const char* property) {
@@ -72,10 +60,8 @@ QY_REGISTER_RECORD(TQyLegend, {
     Parent(),
     Props("Visible", T::Bool, "Visible"),
     Props("Hint", T::String, "toolTip"),
-    // Hints show whenever there is a text: the two switches are written for other readers.
-    QyField("ParentShowHint", T::Bool, [](const QObject*) { return QVariant(true); }).At("Properties"),
-    QyField("ShowHint", T::Bool, [](const QObject* o) { return QVariant(!Legend(o)->toolTip().isEmpty()); })
-        .At("Properties"),
+    QyParentShowHintField(),
+    QyShowHintField(),
     Props("Position", T::Enum, "Position"),
     Props("Graph", T::Reference, "Graph"),
     Props("Top", T::Int32, "Top"),
