@@ -131,20 +131,11 @@ namespace {
 // INI "Rubrics.Count" and one key "Captions(i)" each. A bound axis reads its rubrics from its
 // model and keeps them.
 void WriteRubrics(const QObject* o, TQyRecordMedium& m) {
-  const QStringList rubrics = Axis(o)->GetRubrics();
-  if (m.Kind() != TKind::Ini) return m.WriteItems("Captions", T::String, QVariantList(rubrics.begin(), rubrics.end()));
-  m.Write("Rubrics.Count", T::Int32, rubrics.size());
-  for (int i = 0; i < rubrics.size(); ++i) m.Write(QString("Captions(%1)").arg(i), T::String, rubrics[i]);
+  QyWriteNumberedTexts(m, "Captions", "Rubrics.Count", Axis(o)->GetRubrics());
 }
 
 void ReadRubrics(QObject* o, TQyRecordMedium& m) {
-  QStringList rubrics;
-  if (m.Kind() != TKind::Ini) {
-    for (const QVariant& v : m.ReadItems("Captions", T::String)) rubrics << v.toString();
-  } else {
-    const int n = m.Read("Rubrics.Count", T::Int32, 0).toInt();
-    for (int i = 0; i < n; ++i) rubrics << m.Read(QString("Captions(%1)").arg(i), T::String, QString()).toString();
-  }
+  const QStringList rubrics = QyReadNumberedTexts(m, "Captions", "Rubrics.Count");
   if (!Axis(o)->GetDataSource()) Axis(o)->SetRubrics(rubrics);
 }
 
@@ -167,10 +158,8 @@ TQyRecordTable TQyAxisRecord::Table() {
     QyField("Name", T::Name, "objectName").Only(QyMedia::Stream | QyMedia::Node),
     Props("Visible", T::Bool, "Visible"),
     Props("Hint", T::String, "toolTip"),
-    // Hints show whenever there is a text: the two switches are written for other readers.
-    QyField("ParentShowHint", T::Bool, [](const QObject*) { return QVariant(true); }).At("Properties"),
-    QyField("ShowHint", T::Bool, [](const QObject* o) { return QVariant(!Axis(o)->toolTip().isEmpty()); })
-        .At("Properties"),
+    QyParentShowHintField(),
+    QyShowHintField(),
     Props("Position", T::Enum, "Position"),
     Geometry("Top", &QWidget::y, SetTop),
     Geometry("Left", &QWidget::x, SetLeft),

@@ -114,6 +114,35 @@ inline constexpr char SeriesVarName[] = "Internal name of the series";
 inline constexpr char SeriesVarCaption[] = "Caption of the series e.g. used in legends";
 inline constexpr char IndexerSetValue[] = "TQyIndexer is not supposed to set values!";
 
+// ---- Legends (undo captions)
+inline constexpr char LegendCaption[] = "Legend caption";
+inline constexpr char LegendCaptionAlignment[] = "Legend caption alignment";
+inline constexpr char LegendCaptionColor[] = "Legend caption color";
+inline constexpr char LegendCaptionDistanceAfter[] = "Legend distance below caption";
+inline constexpr char LegendCaptionDistanceBefore[] = "Legend distance above caption";
+inline constexpr char LegendCaptionFont[] = "Legend caption font";
+inline constexpr char LegendCaptionVisible[] = "Legend caption visible";
+inline constexpr char LegendBackColor[] = "Legend background color";
+inline constexpr char LegendForeColor[] = "Legend color of items text";
+inline constexpr char LegendDropShadow[] = "Drop shadow below legend";
+inline constexpr char LegendBorderLowered[] = "Legend border lowered drawing";
+inline constexpr char LegendBorderRaised[] = "Legend border raised drawing";
+inline constexpr char LegendRows[] = "Legend number of rows";
+inline constexpr char LegendColumns[] = "Legend number of columns";
+inline constexpr char LegendItemHeight[] = "Legend items height";
+inline constexpr char LegendItemWidth[] = "Legend item width";
+inline constexpr char LegendItemsOrder[] = "Legend items order by row/column";
+inline constexpr char LegendDistanceItemCaption[] = "Distance between legend items and caption";
+inline constexpr char LegendDistanceBetweenLines[] = "Distance between legend item lines";
+inline constexpr char LegendDistanceBetweenColumns[] = "Distance between legend item columns";
+inline constexpr char LegendDistanceToBorder[] = "Distance of legend items to border";
+inline constexpr char LegendCornerRounding[] = "Legend border corner rounding radius";
+inline constexpr char LegendFont[] = "Legend items text font";
+inline constexpr char LegendVisible[] = "Legend visible";
+inline constexpr char LegendGraph[] = "Legend graph";
+inline constexpr char LegendItemsOrderList[] = "Legend items order list";
+inline constexpr char LegendPosition[] = "Legend position";
+
 // ---- Style objects, colours, drawing
 inline constexpr char StyleGradientVisible[] = "Gradient visible";
 inline constexpr char StyleGradientStyle[] = "Gradient style";

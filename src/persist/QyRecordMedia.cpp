@@ -371,3 +371,31 @@ void QyReadFromIni(QObject* object, const TQyIniFile& ini, const QString& sectio
   QyReadRecord(object, m);
   m.Bind();
 }
+
+void QyWriteNumberedTexts(TQyRecordMedium& m, const QString& itemKey, const QString& countKey, const QStringList& texts) {
+  if (m.Kind() != TKind::Ini) return m.WriteItems(itemKey, TQyFieldType::String, QVariantList(texts.begin(), texts.end()));
+  m.Write(countKey, TQyFieldType::Int32, texts.size());
+  for (qsizetype i = 0; i < texts.size(); ++i) m.Write(QString("%1(%2)").arg(itemKey).arg(i), TQyFieldType::String, texts[i]);
+}
+
+QStringList QyReadNumberedTexts(TQyRecordMedium& m, const QString& itemKey, const QString& countKey) {
+  QStringList texts;
+  if (m.Kind() != TKind::Ini) {
+    for (const QVariant& v : m.ReadItems(itemKey, TQyFieldType::String)) texts << v.toString();
+  } else {
+    for (int i = 0, n = m.Read(countKey, TQyFieldType::Int32, 0).toInt(); i < n; ++i)
+      texts << m.Read(QString("%1(%2)").arg(itemKey).arg(i), TQyFieldType::String, QString()).toString();
+  }
+  return texts;
+}
+
+TQyRecordEntry QyParentShowHintField() {
+  return QyField("ParentShowHint", TQyFieldType::Bool, [](const QObject*) { return QVariant(true); }).At("Properties");
+}
+
+TQyRecordEntry QyShowHintField() {
+  return QyField("ShowHint", TQyFieldType::Bool, [](const QObject* o) {
+           const QVariant hint = o->property("toolTip");
+           return QVariant(!hint.toString().isEmpty());
+         }).At("Properties");
+}

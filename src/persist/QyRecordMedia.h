@@ -108,6 +108,16 @@ private:
 void QyWriteRecord(const QObject* object, TQyDocumentMedium& medium, bool firstBlock = false);
 void QyReadRecord(QObject* object, TQyDocumentMedium& medium, bool firstBlock = false);
 
+// A list of texts: counted items `itemKey` in a stream and in XML; in INI the count under
+// `countKey` and one key "<itemKey>(<i>)" per text.
+void QyWriteNumberedTexts(TQyRecordMedium& m, const QString& itemKey, const QString& countKey, const QStringList& texts);
+QStringList QyReadNumberedTexts(TQyRecordMedium& m, const QString& itemKey, const QString& countKey);
+
+// The hint switches of a widget's record, in element "Properties": hints show whenever there is
+// a text, so both are written for other readers only.
+TQyRecordEntry QyParentShowHintField();
+TQyRecordEntry QyShowHintField();
+
 // Whole documents of one object; the readers bind references before they return.
 void QyWriteToStream(const QObject* object, QIODevice* stream);
 void QyReadFromStream(QObject* object, QIODevice* stream, bool takeName = false);
