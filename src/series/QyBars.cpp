@@ -24,9 +24,12 @@ TQyBars::TQyBars(QObject* owner) : TQyLineSeries(owner) {
   FArea->SetForeColor(0xFF000080);  // navy
   FArea->SetVisible(true);
   FFont = new TQyFont([this] { FontModified(); }, this);
-  FFont->SetSize(12);
-  FFont->SetStyle(TQyFontStyle::Bold);
-  FFont->SetFillColor(0xFFFF0000);
+  {
+    const QScopedValueRollback<bool> quiet(FCalculating, true); // the defaults rescale nothing
+    FFont->SetSize(12);
+    FFont->SetStyle(TQyFontStyle::Bold);
+    FFont->SetFillColor(0xFFFF0000);
+  }
   FFont->SetUndoCaption(QyRes::BarsFont);
   FLabelFontReferenceSize = FFont->GetSize();
   FCaptionLink = new TQyListLink(this);
@@ -103,7 +106,9 @@ void TQyBars::LabelModified() {
 void TQyBars::SetLabelColor(TQyColor value) {
   if (value == GetLabelColor()) return;
   RecordChange(this, QyRes::BarsLabelColor, "LabelColor");
-  FFont->SetFillColor(value); // FontModified passes it on to the labels
+  FFont->SetUndoCaption(nullptr); // recorded here, not as a change of the whole font
+  FFont->SetFillColor(value);     // FontModified passes it on to the labels
+  FFont->SetUndoCaption(QyRes::BarsFont);
   EmitPropertyChanged("LabelColor");
 }
 

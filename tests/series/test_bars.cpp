@@ -168,6 +168,9 @@ TEST(Bars, LogarithmicValueAxis) {
   g.Y()->SetScaling(TQyAxisScaling::Log);
   g.Render();
   EXPECT_EQ(g.bars[0]->LimitMinY(), 10);
+  QyTestGraph::Fix(g.Y(), 1, 1e4);
+  g.Render();
+  EXPECT_EQ(g.bars[0]->LimitMinY(), 10);
   EXPECT_EQ(g.bars[0]->LimitMaxY(), 1000);
   const auto drawn = g.Drawn();
   ASSERT_EQ(drawn.size(), 3u);
@@ -298,7 +301,7 @@ TEST(Bars, StackedLabelsKeepInside) {
 
 // A bar thinner than its outline is not drawn, while its label is.
 TEST(Bars, ThinBarKeepsItsLabel) {
-  BarsGraph g(1, [](int, int) { return 5.0; }, 400);
+  BarsGraph g(1, [](int, int) { return 5.25; }, 400);
   g.bars[0]->GetLine()->SetVisible(true);
   g.bars[0]->GetLine()->SetWidth(3);
   g.bars[0]->SetLabelPosition(TQyBarLabelPosition::Centered);
@@ -307,7 +310,7 @@ TEST(Bars, ThinBarKeepsItsLabel) {
   QyRecordingDevice dev;
   g.Paint(dev);
   EXPECT_TRUE(g.Drawn().empty());
-  EXPECT_EQ(dev.WithText("5").size(), 400u);
+  EXPECT_EQ(dev.WithText("5.25").size(), 400u);
 }
 
 // Picking: a bar is found on its face and, for 3D bars, on its depth; nothing between bars or
