@@ -11,8 +11,6 @@
 namespace {
 constexpr double MaxDouble = 1.7976931348623157e308;
 
-bool IsIndexer(const TQyCustomDoubleVector* v) { return qobject_cast<const TQyIndexer*>(v) != nullptr; }
-
 bool Logarithmic(const TQyAxis* axis) {
   return axis->LogActive() || axis->GetScaling() == TQyAxisScaling::Log ||
          axis->GetScaling() == TQyAxisScaling::LogEE;
@@ -216,6 +214,9 @@ void TQyBars::VectorDestroyed(TQyCustomDoubleVector* vector) {
   FListenedVectors.removeAll(vector);
   TQyLineSeries::VectorDestroyed(vector);
 }
+
+// A series' indexer stands in for its missing vector (values 0, 1, 2, ...).
+bool TQyBars::IsIndexer(const TQyCustomDoubleVector* v) const { return v == FDataIndexer; }
 
 bool TQyBars::OwnValue(int i, double& value) {
   TQyCustomDoubleVector* v = ValueData();

@@ -126,6 +126,7 @@ protected:
   // Bars that share this one's classes: same orientation and class axis.
   bool SameGroup(const TQyBars* other) const;
   // The own (untransformed sum) value of the value coordinate at i, and whether there is one.
+  bool IsIndexer(const TQyCustomDoubleVector* v) const;
   bool OwnValue(int i, double& value);
   double ValueAt(int i);
   double ClassBoundary(int i);
@@ -140,6 +141,8 @@ protected:
   float LabelExtraSpace(bool top, double a, double u);
   // ---- painting (QyBarsPaint.cpp)
   void PaintBar(QPainter* g, int j);
+  bool PlainFills() const;
+  void PaintColumns(QPainter* g);
   // ---- captions from a data model
   void DBChanged();
   void DBModified();

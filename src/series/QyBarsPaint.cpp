@@ -3,6 +3,7 @@
 #include "QyBars.h"
 #include "QyDrawing.h"
 #include <QPainter>
+#include <cmath>
 
 // The first visible bar series paints the bars of every visible one: class by class, and within
 // a class in list order, so that the depth of a later bar covers the one before it.
@@ -18,10 +19,45 @@ void TQyBars::PaintGr(QPainter* g) {
     most = std::max(most, b->FPointCount);
   }
   g->save();
-  for (int i = 0; i < most; ++i)
+  if (members.size() == 1 && PlainFills()) PaintColumns(g);
+  else
+    for (int i = 0; i < most; ++i)
     for (TQyBars* b : members)
       if (i < b->FPointCount) b->PaintBar(g, i);
   g->restore();
+}
+
+// Fills only, in one plain brush, with nothing for the application to decide per bar.
+bool TQyBars::PlainFills() const {
+  return FBarStyle == TQyBarStyle::Flat && !OnGetBrush && !OnGetPen && !FLine->GetVisible() &&
+         FArea->GetVisible() && !FArea->GetGradient()->GetVisible() &&
+         FLabelPosition == TQyBarLabelPosition::Invisible;
+}
+
+// Bars narrower than a pixel that share a pixel column (a row for horizontal bars) are filled as
+// one rectangle around them: a histogram of many classes costs the pixels, not the classes.
+void TQyBars::PaintColumns(QPainter* g) {
+  const TQyPointVector& p = FPoints;
+  const TQyPointVector& q = FSecondCorners;
+  // Along the classes (a) and along the values (v); a run is [a0, a1] x [v0, v1].
+  auto along = [this](const QPointF& c) { return FBarsHorizontal ? c.y() : c.x(); };
+  auto across = [this](const QPointF& c) { return FBarsHorizontal ? c.x() : c.y(); };
+  double a0 = 0, a1 = 0, v0 = 0, v1 = 0, column = -1e30;
+  auto flush = [&] {
+    g->fillRect(FBarsHorizontal ? QRectF(v0, a0, v1 - v0, a1 - a0) : QRectF(a0, v0, a1 - a0, v1 - v0), FBrush);
+  };
+  for (int j = 0; j < FPointCount; ++j) {
+    const double b0 = std::min(along(p[j]), along(q[j])), b1 = std::max(along(p[j]), along(q[j]));
+    const double w0 = std::min(across(p[j]), across(q[j])), w1 = std::max(across(p[j]), across(q[j]));
+    if (std::floor(b0) == column && b1 <= column + 1 && a1 <= column + 1) {
+      a0 = std::min(a0, b0), a1 = std::max(a1, b1), v0 = std::min(v0, w0), v1 = std::max(v1, w1);
+      continue;
+    }
+    if (j > 0) flush();
+    a0 = b0, a1 = b1, v0 = w0, v1 = w1;
+    column = std::floor(b0);
+  }
+  if (FPointCount > 0) flush();
 }
 
 namespace {
