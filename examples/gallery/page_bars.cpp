@@ -62,13 +62,13 @@ TQyGraph2D* FlatShifted() {
 TQyGraph2D* FlatStacked() {
   TQyGraph2D* g = NewGraph("Flat, stacked: centred percent, captions in the top");
   TQyBars* a = AddBars(g, {4, 3, 5, 2, 6}, 0, "base", TQyBarLabelPosition::Centered);
-  a->SetOverlayStyle(TQyBarsOverlayStyle::Stack);
   a->SetLabelFrom(TQyLabelStyle::Percent);
   TQyBars* b = AddBars(g, {2, 4, 1, 3, 2}, 1, "middle", TQyBarLabelPosition::Centered);
   b->SetLabelFrom(TQyLabelStyle::Value);
   TQyBars* c = AddBars(g, {3, 2, 4, 5, 3}, 2, "top", TQyBarLabelPosition::InTop);
   c->SetCaptions({"Mon", "Tue", "Wed", "Thu", "Fri"});
   c->SetLabelFrom(TQyLabelStyle::CaptionsList);
+  a->SetOverlayStyle(TQyBarsOverlayStyle::Stack); // shared: every bar series of the graph
   a->SetClassesDistance(30);
   return g;
 }
@@ -95,13 +95,13 @@ TQyGraph2D* Cylinders() {
 TQyGraph2D* HorizontalStacked() {
   TQyGraph2D* g = NewGraph("Horizontal cuboids, stacked: share of each series");
   TQyBars* a = AddBars(g, {5, 3, 6, 4}, 0, "A", TQyBarLabelPosition::Centered);
-  a->SetOverlayStyle(TQyBarsOverlayStyle::Stack);
-  a->SetBarStyle(TQyBarStyle::Cuboid);
-  a->SetClassesDistance(35);
   a->SetLabelFrom(TQyLabelStyle::Percent);
   TQyBars* b = AddBars(g, {2, 4, 3, 5}, 2, "B", TQyBarLabelPosition::OnTopOfBar);
   b->SetLabelFrom(TQyLabelStyle::CaptionAndPercent);
   b->SetCaptions({"B", "B", "B", "B"});
+  a->SetOverlayStyle(TQyBarsOverlayStyle::Stack);
+  a->SetBarStyle(TQyBarStyle::Cuboid);
+  a->SetClassesDistance(35);
   a->SetBarsHorizontal(true);
   return g;
 }
