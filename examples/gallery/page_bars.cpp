@@ -14,16 +14,7 @@ namespace {
 const TQyColor Palette[] = {0xFF1F77B4, 0xFFFF7F0E, 0xFF2CA02C, 0xFFD62728, 0xFF9467BD};
 
 TQyGraph2D* NewGraph(const QString& caption) {
-  auto* g = new TQyGraph2D;
-  g->SetBackColor(0xFFFFFFFF);
-  g->SetCaption(caption);
-  g->SetCaptionVisible(true);
-  g->SetCaptionDistanceBefore(4);
-  g->SetCaptionDistanceAfter(4);
-  g->SetDistanceBorderAxisRight(12);
-  g->GetMajorGridHorizontal()->SetVisible(true);
-  g->GetMajorGridHorizontal()->SetColor(0xFFE0E0E0);
-  g->TestPrimaryAxis();
+  TQyGraph2D* g = QyGallerySeriesGraph(caption);
   g->setMouseTracking(true);
   return g;
 }
