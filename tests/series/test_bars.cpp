@@ -7,6 +7,7 @@
 #include <QyBars.h>
 #include <QyExceptions.h>
 #include <QyStyles.h>
+#include <QyUndoStack.h>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -453,4 +454,22 @@ TEST(Bars, HistogramFromDatabase) {
     EXPECT_EQ(b->CaptionObjects().GetValue(4)->Caption, "new 9");
   }
   QSqlDatabase::removeDatabase("qy_bars");
+}
+
+// Undo of a shared setting restores every bar series; undo of the orientation swaps the data back.
+TEST(Bars, UndoOfSharedSettings) {
+  BarsGraph g(2, [](int s, int i) { return 1.0 + s + i; });
+  TQyUndoStack stack;
+  stack.SetLimit(0);
+  g.graph->SetUndoStack(&stack);
+  TQyCustomDoubleVector* values = g.bars[1]->GetYData();
+  TQyCustomDoubleVector* first = g.bars[0]->GetYData();
+  g.bars[0]->SetBarStyle(TQyBarStyle::Cuboid);
+  g.bars[1]->SetBarsHorizontal(true);
+  EXPECT_EQ(g.bars[0]->GetXData(), first); // the values moved to X in every series
+  stack.Undo();
+  EXPECT_FALSE(g.bars[0]->GetBarsHorizontal());
+  EXPECT_EQ(g.bars[1]->GetYData(), values);
+  stack.Undo();
+  for (TQyBars* b : g.bars) EXPECT_EQ(b->GetBarStyle(), TQyBarStyle::Flat);
 }
