@@ -2,6 +2,7 @@
 // The gallery's registry: every page registers a builder that makes its live widget.
 #include <QString>
 #include <QWidget>
+#include <QyGraph2D.h>
 #include <functional>
 #include <vector>
 
@@ -21,3 +22,18 @@ struct QyGalleryRegistrar {
 };
 
 #define QY_GALLERY_PAGE(id, ...) static QyGalleryRegistrar qyGallery_##id(QyGalleryPage{__VA_ARGS__})
+
+// A graph in the look of the series pages: white, titled, with horizontal grid lines.
+inline TQyGraph2D* QyGallerySeriesGraph(const QString& caption) {
+  auto* g = new TQyGraph2D;
+  g->SetBackColor(0xFFFFFFFF);
+  g->SetCaption(caption);
+  g->SetCaptionVisible(true);
+  g->SetCaptionDistanceBefore(4);
+  g->SetCaptionDistanceAfter(4);
+  g->SetDistanceBorderAxisRight(12);
+  g->GetMajorGridHorizontal()->SetVisible(true);
+  g->GetMajorGridHorizontal()->SetColor(0xFFE0E0E0);
+  g->TestPrimaryAxis();
+  return g;
+}

@@ -8,19 +8,7 @@
 #include <cmath>
 
 namespace {
-TQyGraph2D* NewGraph(const QString& caption) {
-  auto* g = new TQyGraph2D;
-  g->SetBackColor(0xFFFFFFFF);
-  g->SetCaption(caption);
-  g->SetCaptionVisible(true);
-  g->SetCaptionDistanceBefore(4);
-  g->SetCaptionDistanceAfter(4);
-  g->SetDistanceBorderAxisRight(12);
-  g->GetMajorGridHorizontal()->SetVisible(true);
-  g->GetMajorGridHorizontal()->SetColor(0xFFE0E0E0);
-  g->TestPrimaryAxis();
-  return g;
-}
+TQyGraph2D* NewGraph(const QString& caption) { return QyGallerySeriesGraph(caption); }
 
 TQyDoubleVector* Values(TQyGraph2D* g, int n, const std::function<double(int)>& f) {
   auto* v = new TQyDoubleVector(g);

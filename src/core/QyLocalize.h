@@ -238,6 +238,22 @@ inline constexpr char ErrorBarsDeltaXPlus[] = "Error bars X(+)-delta reference";
 inline constexpr char ErrorBarsDeltaXMinus[] = "Error bars X(-)-delta reference";
 inline constexpr char ErrorBarsDeltaYPlus[] = "Error bars Y(+)-delta reference";
 inline constexpr char ErrorBarsDeltaYMinus[] = "Error bars Y(-)-delta reference";
+
+// ---- Bars (undo captions and messages)
+inline constexpr char BarsStyle[] = "Bars style";
+inline constexpr char BarsHorizontal[] = "Bars horizontal";
+inline constexpr char BarsDepth3D[] = "Bars 3D depth";
+inline constexpr char BarsClassesDistance[] = "Bars distance of classes";
+inline constexpr char BarsOverlayStyle[] = "Bars stacked/shifted overlays";
+inline constexpr char BarsCaptions[] = "Bars captions";
+inline constexpr char BarsLabelColor[] = "Labels color";
+inline constexpr char BarsLabelFormat[] = "Labels output format";
+inline constexpr char BarsLabelFrom[] = "Labels from list/values/percent";
+inline constexpr char BarsLabelPosition[] = "Labels position";
+inline constexpr char BarsLabelVertical[] = "Bars vertical labels";
+inline constexpr char BarsLabelSize[] = "Label size";
+inline constexpr char BarsFont[] = "Bars font";
+inline constexpr char BarsCaptionsWithDatabase[] = "Setting captions list not allowed with database binding set";
 } // namespace QyRes
 
 // The text of a table entry (the translation hook).
