@@ -50,7 +50,7 @@ QWidget* BuildMarkers() {
   cross->SetSnapToSeriesValues(true);
   cross->GetLine()->SetColor(0xFF808080);
   cross->GetLine()->SetDashStyle(QyGDI::TDashStyle::DashStyleDash);
-  cross->SetCaption("\\b<%MarkerGraph.Reader.X;0%> nm\\b\\n<%MarkerGraph.Reader.Y;0.0%>");
+  cross->SetCaption("\\b<%MarkerGraph.Reader.X;0%> nm\\b\n<%MarkerGraph.Reader.Y;0.0%>");
   cross->SetCaptionBackColor(0xF0FFFFE0);
   cross->GetCaptionBackFrame()->SetVisible(true);
   cross->GetCaptionBackFrame()->SetColor(0xFF808080);

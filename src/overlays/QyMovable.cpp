@@ -86,26 +86,21 @@ void TQyMovable::SetYAxis(TQyAxis* axis) {
   });
 }
 
-void TQyMovable::SetX(double value) {
-  FRealX = value;
-  RecordChange(this, QyRes::MarkerX, "X"); // after the store: the new value is recorded
-  if (FNeedsDelta) SetHotDelta();
-  FHotX = FXAxis ? RoundI(FXAxis->NumberToWorld(value)) : RoundI(value);
-  Place();
-  DoMarkerMoved();
-  Modified();
-  EmitPropertyChanged("X");
-}
+void TQyMovable::SetX(double value) { SetCoordinate(true, value); }
 
-void TQyMovable::SetY(double value) {
-  FRealY = value;
-  RecordChange(this, QyRes::MarkerY, "Y");
+void TQyMovable::SetY(double value) { SetCoordinate(false, value); }
+
+// X and Y store first and record after (the new value is recorded), without comparing.
+void TQyMovable::SetCoordinate(bool isX, double value) {
+  (isX ? FRealX : FRealY) = value;
+  RecordChange(this, isX ? QyRes::MarkerX : QyRes::MarkerY, isX ? "X" : "Y");
   if (FNeedsDelta) SetHotDelta();
-  FHotY = FYAxis ? RoundI(FYAxis->NumberToWorld(value)) : RoundI(value);
+  TQyAxis* axis = isX ? FXAxis : FYAxis;
+  (isX ? FHotX : FHotY) = axis ? RoundI(axis->NumberToWorld(value)) : RoundI(value);
   Place();
   DoMarkerMoved();
   Modified();
-  EmitPropertyChanged("Y");
+  EmitPropertyChanged(isX ? "X" : "Y");
 }
 
 // A series set from outside is the only one the snapping search asks.

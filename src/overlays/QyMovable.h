@@ -179,6 +179,7 @@ protected:
   void MeasureCaption();
   bool CaptionHasValues() const;
   void FollowSnappedPoint(TQyVectorChange change, int index);
+  void SetCoordinate(bool isX, double value);
 
   void mousePressEvent(QMouseEvent* e) override;
   void mouseMoveEvent(QMouseEvent* e) override;

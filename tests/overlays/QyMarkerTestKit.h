@@ -24,6 +24,16 @@ struct QyMarkerGraph : QyTestGraph {
     m->show();
     return m;
   }
+  // A marker on the primary axes at (x, y), laid out.
+  template <class M> M* Placed(const char* name, double x, double y) {
+    M* m = Marker<M>(name);
+    m->SetXAxis(X());
+    m->SetYAxis(Y());
+    m->SetX(x);
+    m->SetY(y);
+    Settle();
+    return m;
+  }
   // A left drag from `from` by `by` (graph pixels), with `keys` held. As the application routes
   // it: the widget under the press (masks respected) takes the press and, grabbing the mouse,
   // every move and the release, wherever it has moved meanwhile.

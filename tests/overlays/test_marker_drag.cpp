@@ -69,13 +69,8 @@ TEST(MarkerDrag, SnapsToNearestPointAndToAChosenSeries) {
   QyMarkerGraph t;
   TQyLineSeries* low = t.AddSeries({1, 2, 3, 4, 5, 6, 7, 8, 9}, {1, 4, 9, 16, 25, 36, 49, 64, 81});
   TQyLineSeries* high = t.AddSeries({1, 2, 3, 4, 5, 6, 7, 8, 9}, {90, 90, 90, 90, 90, 90, 90, 90, 90});
-  auto* c = t.Marker<TQyCrossHair>("C");
-  c->SetXAxis(t.X());
-  c->SetYAxis(t.Y());
+  auto* c = t.Placed<TQyCrossHair>("C", 1, 50);
   c->SetSnapToSeriesValues(true);
-  c->SetX(1);
-  c->SetY(50);
-  t.Settle();
   // The target lies 3 pixels right of (3, 9) on the lower curve.
   const QPoint target(QyMarkerGraph::Px(t.X(), 3) + 3, QyMarkerGraph::Px(t.Y(), 9));
   t.Drag(c->HotSpot(), target - c->HotSpot());
@@ -105,13 +100,8 @@ TEST(MarkerDrag, SnapsToNearestPointAndToAChosenSeries) {
 TEST(MarkerDrag, SnapWithoutVisibleDataStaysAtTheMouse) {
   QyMarkerGraph t;
   t.AddSeries({20, 30}, {500, 600}); // outside the fixed ends
-  auto* c = t.Marker<TQyCrossHair>("C");
-  c->SetXAxis(t.X());
-  c->SetYAxis(t.Y());
+  auto* c = t.Placed<TQyCrossHair>("C", 5, 50);
   c->SetSnapToSeriesValues(true);
-  c->SetX(5);
-  c->SetY(50);
-  t.Settle();
   const QPoint hot = c->HotSpot();
   t.Drag(hot, {20, 10});
   EXPECT_EQ(c->GetSnappedIdx(), -1);

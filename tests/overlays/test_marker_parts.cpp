@@ -112,14 +112,9 @@ TEST(MarkerParts, GripsChangeOnlyTheirPart) {
                          Row{"caption", 50, -50, 15, -10, 20}}) {
     SCOPED_TRACE(row.grip);
     QyMarkerGraph t;
-    auto* m = t.Marker<TQyLabelWithArrowMarker>("A");
-    m->SetXAxis(t.X());
-    m->SetYAxis(t.Y());
+    auto* m = t.Placed<TQyLabelWithArrowMarker>("A", 5, 50);
     m->SetCaption("peak");
     m->SetBentLength(20);
-    m->SetX(5);
-    m->SetY(50);
-    t.Settle();
     m->ShowGrips(true);
     const QString grip = row.grip;
     QWidget* w = grip == "end" ? m->ArrowEndGrip() : grip == "bent" ? m->BentLengthGrip() : m->CaptionGripWidget();
