@@ -1,5 +1,6 @@
 // The label-with-arrow marker and its three grips.
 #include "QyArrowMarker.h"
+#include "QyClassRegistry.h"
 #include "QyDrawing.h"
 #include "QyGraph2D.h"
 #include "QyRounding.h"
@@ -8,6 +9,8 @@
 #include <QPainter>
 #include <QtMath>
 #include <cmath>
+
+QY_REGISTER_CLASS(TQyLabelWithArrowMarker);
 
 namespace {
 constexpr int GripSize = 9;   // the glyph of the arrow end and caption grips

@@ -2,11 +2,16 @@
 // cross hair.
 #include "QyMarkers.h"
 #include "QyAxis.h"
+#include "QyClassRegistry.h"
 #include "QyGraph2D.h"
 #include "QyRounding.h"
 #include <QEvent>
 #include <QPainter>
 #include <algorithm>
+
+QY_REGISTER_CLASS(TQyHorizontalMarker);
+QY_REGISTER_CLASS(TQyVerticalMarker);
+QY_REGISTER_CLASS(TQyCrossHair);
 
 namespace {
 // A point or rectangle along/across a line, laid into x/y for the line's direction.

@@ -21,24 +21,26 @@ TShiftState QyShiftStateOf(Qt::MouseButtons buttons, Qt::KeyboardModifiers modif
   return s;
 }
 
+// A press that starts no drag goes on to the graph (its zoom and pan).
 void TQyMovable::mousePressEvent(QMouseEvent* e) {
   DoMouseDown(e->globalPosition().toPoint(), QyShiftStateOf(e->buttons(), e->modifiers()));
-  e->accept();
+  e->setAccepted(FMoving);
 }
 
 void TQyMovable::mouseDoubleClickEvent(QMouseEvent* e) {
   DoMouseDown(e->globalPosition().toPoint(), QyShiftStateOf(e->buttons(), e->modifiers(), true));
-  e->accept();
+  e->setAccepted(FMoving);
 }
 
 void TQyMovable::mouseMoveEvent(QMouseEvent* e) {
   if (FMoving) DoMouseMove(e->globalPosition().toPoint());
-  e->accept();
+  e->setAccepted(FMoving);
 }
 
 void TQyMovable::mouseReleaseEvent(QMouseEvent* e) {
-  if (FMoving) DoMouseUp();
-  e->accept();
+  const bool moving = FMoving;
+  if (moving) DoMouseUp();
+  e->setAccepted(moving);
 }
 
 // Starts only with exactly the keys and buttons of StartMovingKeys.

@@ -2,6 +2,7 @@
 #include "QyMarkerTestKit.h"
 #include "QyPixelProbe.h"
 #include <QBuffer>
+#include <QEnterEvent>
 #include <gtest/gtest.h>
 
 namespace {
@@ -103,6 +104,10 @@ TEST(MarkerParts, ArrowAngleAndLength) {
   EXPECT_EQ(m.GetArrowDeltaX(), -20);
   m.SetBentLength(-12);
   EXPECT_EQ(m.GetBentLength(), 12);
+  // Without a caption there is no caption grip.
+  m.ShowGrips(true);
+  EXPECT_TRUE(m.CaptionGripWidget()->isHidden());
+  EXPECT_FALSE(m.ArrowEndGrip()->isHidden());
 }
 
 // Each grip drags exactly the part it holds; the tip stays on its point.
@@ -115,7 +120,9 @@ TEST(MarkerParts, GripsChangeOnlyTheirPart) {
     auto* m = t.Placed<TQyLabelWithArrowMarker>("A", 5, 50);
     m->SetCaption("peak");
     m->SetBentLength(20);
-    m->ShowGrips(true);
+    // Hovering shows the grips.
+    QEnterEvent enter(QPointF(1, 1), QPointF(1, 1), m->mapToGlobal(QPointF(1, 1)));
+    QApplication::sendEvent(m, &enter);
     const QString grip = row.grip;
     QWidget* w = grip == "end" ? m->ArrowEndGrip() : grip == "bent" ? m->BentLengthGrip() : m->CaptionGripWidget();
     ASSERT_TRUE(w->isVisible());
