@@ -112,6 +112,39 @@ inline constexpr char SeriesYData[] = "Series Y-data reference";
 inline constexpr char SeriesLayer[] = "Series drawing order";
 inline constexpr char SeriesVarName[] = "Internal name of the series";
 inline constexpr char SeriesVarCaption[] = "Caption of the series e.g. used in legends";
+
+// ---- Markers (undo captions)
+inline constexpr char MarkerCaption[] = "Marker caption";
+inline constexpr char MarkerCaptionVisible[] = "Marker caption visible";
+inline constexpr char MarkerCaptionVertical[] = "Marker vertical caption";
+inline constexpr char MarkerCaptionDeltaX[] = "Marker caption delta X";
+inline constexpr char MarkerCaptionDeltaY[] = "Marker caption delta Y";
+inline constexpr char MarkerForeColor[] = "Marker foreground color";
+inline constexpr char MarkerClipToData[] = "Marker clip to graph drawing area";
+inline constexpr char MarkerSnapToFunctions[] = "";  // recorded by its property name alone
+inline constexpr char MarkerCaptionBackColor[] = "Back color of captions";
+inline constexpr char MarkerCaptionBackRaised[] = "Raised captions background";
+inline constexpr char MarkerCaptionBackLowered[] = "Lowered captions background";
+inline constexpr char MarkerCaptionBackShadow[] = "Shadow below captions background";
+inline constexpr char MarkerCaptionBackSpaceToBorder[] = "Captions background space to border";
+inline constexpr char MarkerCaptionBackRounding[] = "Captions background border rounding";
+inline constexpr char MarkerFont[] = "Marker font";
+inline constexpr char MarkerXAxis[] = "Marker X-axis";
+inline constexpr char MarkerYAxis[] = "Marker Y-axis";
+inline constexpr char MarkerX[] = "Marker set X-position";
+inline constexpr char MarkerY[] = "Marker set Y-position";
+inline constexpr char MarkerSnappedSeries[] = "Marker snapped series";
+inline constexpr char MarkerMove[] = "Marker move";
+inline constexpr char MarkerCaptionPosition[] = "Caption of marker relative to";
+inline constexpr char CrossHairCaptionPosition[] = "Cross hair caption in quadrant";
+inline constexpr char MarkerArrowDeltaX[] = "Marker arrow delta X";
+inline constexpr char MarkerArrowDeltaY[] = "Marker arrow delta Y";
+inline constexpr char MarkerArrowAngle[] = "Marker arrow angle";
+inline constexpr char MarkerArrowLength[] = "Marker length of arrow";
+inline constexpr char MarkerArrowBentLength[] = "Marker arrow bent length";
+inline constexpr char MarkerArrowGripMoved[] = "Marker arrow hovered grip moved";
+inline constexpr char MarkerVarX[] = "X-position of the marker in axis units";
+inline constexpr char MarkerVarY[] = "Y-position of the marker in axis units";
 inline constexpr char IndexerSetValue[] = "TQyIndexer is not supposed to set values!";
 
 // ---- Legends (undo captions)

@@ -212,11 +212,16 @@ public:
   QY_DOCUMENT_MEMBERS
 
 public:
-  // ---- linked markers (filled by the markers)
-  virtual void ClearLinkedMarkers() {}
-  virtual void DeleteLinkedMarkers(int) {}
-  virtual void ValueInsertedLinkedMarkers(int) {}
-  virtual void CheckLinkedMarkers() {}
+  // ---- linked markers: a marker snapped to a point of this series listens to LinkedMarkers
+  // (Inserted and Deleted at an index of the Y data, Cleared, Appended when the data grew).
+  virtual void ClearLinkedMarkers() { Q_EMIT LinkedMarkers(TQyVectorChange::Cleared, -1); }
+  virtual void DeleteLinkedMarkers(int i) { Q_EMIT LinkedMarkers(TQyVectorChange::Deleted, i); }
+  virtual void ValueInsertedLinkedMarkers(int i) { Q_EMIT LinkedMarkers(TQyVectorChange::Inserted, i); }
+  virtual void CheckLinkedMarkers() { Q_EMIT LinkedMarkers(TQyVectorChange::Appended, -1); }
+Q_SIGNALS:
+  void LinkedMarkers(TQyVectorChange change, int index);
+
+public:
 
   // ---- state read by the graph, axes and tests
   double LimitMinX() const { return FLimitMinX; }
