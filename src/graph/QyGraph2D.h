@@ -92,6 +92,14 @@ public:
   void SetHighQuality(QPainter* graphics, bool on) const;
   // Made with the graph, started once the graph is complete, ended first thing on destruction.
   TQyPollingThread* PollingThread() const { return FPollingThread.get(); }
+  // ---- output to other devices (QyGraphRender.cpp): each kind of graph paints itself onto a
+  // painter as a picture of `size`, laid out for it, leaving the control as it was.
+  virtual void PaintTo(QPainter* painter, QSize size, bool printing = false) = 0;
+  // An image of the control's size (or `size`).
+  QImage RenderToImage(QSize size = QSize(), bool antialiased = true);
+  // Vector output of the control's size (or `size`): SVG and PDF (one page of that size).
+  void RenderToSvg(QIODevice* device, QSize size = QSize());
+  void RenderToPdf(QIODevice* device, QSize size = QSize());
 
 protected:
   void AfterConstruction() override;
@@ -161,12 +169,7 @@ public:
   // (in the painter's units), laid out for that size with text measured for the painter's device
   // (a painter resolves fonts for its device's resolution, whatever its transformation). The
   // control itself is left exactly as it was. `printing` draws ticks at fractional positions.
-  void PaintTo(QPainter* painter, QSize size, bool printing = false);
-  // An image of the control's size (or `size`).
-  QImage RenderToImage(QSize size = QSize(), bool antialiased = true);
-  // Vector output of the control's size (or `size`): SVG and PDF (one page of that size).
-  void RenderToSvg(QIODevice* device, QSize size = QSize());
-  void RenderToPdf(QIODevice* device, QSize size = QSize());
+  void PaintTo(QPainter* painter, QSize size, bool printing = false) override;
   // Prints onto the page rectangle of `printer` (device units), keeping the proportions.
   void PrintTo(QPagedPaintDevice* printer, QRectF rect = QRectF());
 

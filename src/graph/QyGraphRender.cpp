@@ -76,7 +76,7 @@ void TQyGraph2D::RedoLayout() {
   Modified();
 }
 
-QImage TQyGraph2D::RenderToImage(QSize size, bool antialiased) {
+QImage TQyCustomGraph::RenderToImage(QSize size, bool antialiased) {
   if (!size.isValid()) size = this->size();
   QImage image(size, QImage::Format_ARGB32_Premultiplied);
   // The image has the resolution of the screen the control is on, so it shows what the screen does.
@@ -93,7 +93,7 @@ QImage TQyGraph2D::RenderToImage(QSize size, bool antialiased) {
   return image;
 }
 
-void TQyGraph2D::RenderToSvg(QIODevice* out, QSize size) {
+void TQyCustomGraph::RenderToSvg(QIODevice* out, QSize size) {
   if (!size.isValid()) size = this->size();
   QSvgGenerator svg;
   svg.setOutputDevice(out);
@@ -104,7 +104,7 @@ void TQyGraph2D::RenderToSvg(QIODevice* out, QSize size) {
   PaintTo(&p, size, true);
 }
 
-void TQyGraph2D::RenderToPdf(QIODevice* out, QSize size) {
+void TQyCustomGraph::RenderToPdf(QIODevice* out, QSize size) {
   if (!size.isValid()) size = this->size();
   // Vector output in the screen's units: one unit is one pixel of the control.
   QPdfWriter pdf(out);

@@ -153,10 +153,7 @@ public:
   void PaintGr(QPainter* graphics);
   // The one routine of every output: the picture of `size` on `painter`, laid out for that size
   // and the painter's device; the control is left as it was.
-  void PaintTo(QPainter* painter, QSize size, bool printing = false);
-  QImage RenderToImage(QSize size = QSize(), bool antialiased = true);
-  void RenderToSvg(QIODevice* device, QSize size = QSize());
-  void RenderToPdf(QIODevice* device, QSize size = QSize());
+  void PaintTo(QPainter* painter, QSize size, bool printing = false) override;
 
   // IQyVectorListener
   void VectorChanged(TQyCustomDoubleVector* vector, TQyVectorChange change, int index) override;
