@@ -70,12 +70,16 @@ QWidget* BuildPies() {
   callouts->SetCalloutShadow(true);
   callouts->SetCalloutRounding(40);
   callouts->SetCalloutBackColor(0xFFFFFFE1);
+  callouts->GetCalloutArrow()->SetColor(0xFF404040);
+  callouts->SetCalloutDistanceToPie(250);
 
   TQyPieChart* callouts3d = NewPie(TQyPieChartType::ThreeDPie, "3D callouts, all arrows, ascending", palette);
   callouts3d->SetLabelPosition(TQyPieLabelPosition::Callouts);
   callouts3d->SetLabelFrom(TQyLabelStyle::CaptionAndValue);
   callouts3d->SetCalloutArrowVisibleMode(TQyCalloutArrowVisibleMode::AllVisible);
   callouts3d->SetOrderAscending(true);
+  callouts3d->SetCalloutDistanceToPie(250);
+  callouts3d->GetCalloutArrow()->SetColor(0xFF404040);
   callouts3d->SetExplodePercent(Vector(callouts3d, {0, 0, 0, 20}));
 
   const TQyPieChart* pies[] = {flat, donut, pie3d, donut3d, callouts, callouts3d};
