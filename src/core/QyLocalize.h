@@ -45,6 +45,34 @@ inline constexpr char ZoomScrollLargeIncrement[] = "Graph scrollbars large incre
 inline constexpr char ZoomWheel[] = "Graph zoom with the mouse wheel";
 inline constexpr char ZoomSameStartKeys[] = "Zooming and panning not allowed to start with same parameters";
 
+// ---- Pie and donut charts (undo captions and texts)
+inline constexpr char PieChartType[] = "Pie/Donut 3D chart type";
+inline constexpr char PieValues[] = "Pie/Donut values data";
+inline constexpr char PieExplodePercent[] = "Segment shift from center";
+inline constexpr char PieStartAngle[] = "Pie/Donut start angle";
+inline constexpr char PieTotalAngle[] = "Pie/Donut total angle";
+inline constexpr char PieElevation[] = "Pie/Donut 3D elevation";
+inline constexpr char PieHeight[] = "Height of pie in 3D mode";
+inline constexpr char PieDonutHoleSize[] = "Donut size of hole";
+inline constexpr char PieDropShadow[] = "Drop shadow below pie chart";
+inline constexpr char PieOrderAscending[] = "Order pie segments";
+inline constexpr char PieOutliersVisible[] = "Series visibility of outliers";
+inline constexpr char PieCaptions[] = "Pie/Donut captions";
+inline constexpr char PieLabelPosition[] = "Labels position";
+inline constexpr char PieLabelFrom[] = "Labels from list/values/percent";
+inline constexpr char PieLabelFormat[] = "Labels output format";
+inline constexpr char PieLabelColor[] = "Labels color";
+inline constexpr char PieLabelSize[] = "Label size";
+inline constexpr char PieCalloutArrowVisibleMode[] = "Visibility mode of callouts";
+inline constexpr char PieCalloutBackColor[] = "Back color of callouts";
+inline constexpr char PieCalloutRaised[] = "Raised callouts";
+inline constexpr char PieCalloutLowered[] = "Lowered callouts";
+inline constexpr char PieCalloutShadow[] = "Shadow below callouts";
+inline constexpr char PieCalloutDistanceToPie[] = "Callout pie distance";
+inline constexpr char PieCalloutSpaceToBorder[] = "Calllout space to border";
+inline constexpr char PieCalloutRounding[] = "Callout border rounding";
+inline constexpr char PieEmpty[] = "empty";
+
 // ---- Axis (undo captions and messages)
 inline constexpr char AxisCaption[] = "Axis caption";
 inline constexpr char AxisCaptionAlignment[] = "Alignment of axis caption";

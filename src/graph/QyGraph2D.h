@@ -103,6 +103,15 @@ public:
   void SetHighQuality(QPainter* graphics, bool on) const;
   // Made with the graph, started once the graph is complete, ended first thing on destruction.
   TQyPollingThread* PollingThread() const { return FPollingThread.get(); }
+  // ---- output to other devices (QyGraphRender.cpp): each kind of graph paints itself onto a
+  // painter as a picture of `size`, laid out for it, leaving the control as it was.
+  virtual void PaintTo(QPainter* painter, QSize size, bool printing = false) = 0;
+  // An image of the control's size (or `size`).
+  QImage RenderToImage(QSize size = QSize(), bool antialiased = true);
+  void RenderToImage(QImage& image, bool antialiased = true); // into the caller's buffer
+  // Vector output of the control's size (or `size`): SVG and PDF (one page of that size).
+  void RenderToSvg(QIODevice* device, QSize size = QSize());
+  void RenderToPdf(QIODevice* device, QSize size = QSize());
 
   // ---- output to files, printers and the clipboard (QyGraphImage.cpp): the same for every
   // control on this base, which supplies its picture through ImageSize and PaintToImage.
@@ -199,13 +208,7 @@ public:
   // (in the painter's units), laid out for that size with text measured for the painter's device
   // (a painter resolves fonts for its device's resolution, whatever its transformation). The
   // control itself is left exactly as it was. `printing` draws ticks at fractional positions.
-  void PaintTo(QPainter* painter, QSize size, bool printing = false);
-  // An image of the control's size (or `size`).
-  QImage RenderToImage(QSize size = QSize(), bool antialiased = true);
-  void RenderToImage(QImage& image, bool antialiased = true); // into the caller's buffer
-  // Vector output of the control's size (or `size`): SVG and PDF (one page of that size).
-  void RenderToSvg(QIODevice* device, QSize size = QSize());
-  void RenderToPdf(QIODevice* device, QSize size = QSize());
+  void PaintTo(QPainter* painter, QSize size, bool printing = false) override;
   // The picture of every output: the coupled graphs stacked (children above the master, the last
   // child on top), without the strips that hold only scroll bars.
   QSize ImageSize() override;

@@ -282,14 +282,14 @@ void TQyGraph2D::PaintToImage(QPainter* g, float dx, float dy, bool printing) {
   g->restore();
 }
 
-// ---- vector output of one graph at another size
+// ---- vector output of one control at another size
 
-void TQyGraph2D::RenderToSvg(QIODevice* out, QSize size) {
+void TQyCustomGraph::RenderToSvg(QIODevice* out, QSize size) {
   if (!size.isValid()) size = this->size();
   WriteSvg(out, size, logicalDpiX(), [&](QPainter* p) { PaintTo(p, size, true); });
 }
 
-void TQyGraph2D::RenderToPdf(QIODevice* out, QSize size) {
+void TQyCustomGraph::RenderToPdf(QIODevice* out, QSize size) {
   if (!size.isValid()) size = this->size();
   WritePdf(out, size, logicalDpiX(), [&](QPainter* p) { PaintTo(p, size, true); });
 }

@@ -74,7 +74,7 @@ void TQyGraph2D::RedoLayout() {
   Modified();
 }
 
-QImage TQyGraph2D::RenderToImage(QSize size, bool antialiased) {
+QImage TQyCustomGraph::RenderToImage(QSize size, bool antialiased) {
   if (!size.isValid()) size = this->size();
   QImage image(size, QImage::Format_ARGB32_Premultiplied);
   RenderToImage(image, antialiased);
@@ -83,7 +83,7 @@ QImage TQyGraph2D::RenderToImage(QSize size, bool antialiased) {
 
 // Paints into the caller's image, so that a chart redrawn many times a second reuses one buffer
 // instead of mapping fresh pages for each picture.
-void TQyGraph2D::RenderToImage(QImage& image, bool antialiased) {
+void TQyCustomGraph::RenderToImage(QImage& image, bool antialiased) {
   // The image has the resolution of the screen the control is on, so it shows what the screen does.
   image.setDotsPerMeterX(int(std::lround(logicalDpiX() / 0.0254))); // round-away-ok: metres
   image.setDotsPerMeterY(int(std::lround(logicalDpiY() / 0.0254))); // round-away-ok
