@@ -58,7 +58,7 @@ b = rng.normal(0, 1, 7)
 out += [arr("SvdMatrix", a), arr("SvdRight", b),
         arr("SvdValues", np.sort(np.linalg.svd(a, compute_uv=False))),
         arr("SvdSolution", np.linalg.lstsq(a, b, rcond=None)[0]),
-        arr("SvdCovariance", np.linalg.inv(a.T @ a))]
+        arr("SvdCovarianceRef", np.linalg.inv(a.T @ a))]
 
 # The t table: the rows' degrees and the two-sided 95 % values to three decimals.
 rows = list(range(1, 31)) + [40, 50, 60, 70, 80, 90, 100, 200, 300, 400, 500]

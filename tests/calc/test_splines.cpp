@@ -21,8 +21,12 @@ void ExpectCurve(const TQyCubicPieces& p, const double* value, const double* slo
   for (size_t i = 0; i < std::size(SplineProbe); ++i) {
     const double x = SplineProbe[i];
     EXPECT_NEAR(p.Value(x), value[i], tol) << what << " value at " << x;
-    if (slope) EXPECT_NEAR(p.Slope(x), slope[i], tol) << what << " slope at " << x;
-    if (curvature) EXPECT_NEAR(p.Curvature(x), curvature[i], tol) << what << " curvature at " << x;
+    if (slope) {
+      EXPECT_NEAR(p.Slope(x), slope[i], tol) << what << " slope at " << x;
+    }
+    if (curvature) {
+      EXPECT_NEAR(p.Curvature(x), curvature[i], tol) << what << " curvature at " << x;
+    }
   }
 }
 } // namespace
