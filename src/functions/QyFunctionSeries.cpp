@@ -1,6 +1,7 @@
 #include "QyFunctionSeries.h"
 #include "QyAxis.h"
 #include "QyExceptions.h"
+#include "QyRounding.h"
 #include "QyVectors.h"
 #include <cmath>
 

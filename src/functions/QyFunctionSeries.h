@@ -7,6 +7,7 @@
 #include "QySeries.h"
 #include <exception>
 #include <functional>
+#include <limits>
 
 // The engine of a calculated curve. Its only access to the data is Xi, Yi, Wi and IsValid.
 class TQyCalculation {
@@ -17,7 +18,7 @@ public:
   TQyCalculation& operator=(const TQyCalculation&) = delete;
 
   TQySeries* Sender = nullptr;
-  double Start = -QyMaxDouble, Stop = QyMaxDouble; // the calculation range, bounds included
+  double Start = -std::numeric_limits<double>::max(), Stop = std::numeric_limits<double>::max(); // the calculation range, bounds included
   QPointer<TQyCustomDoubleVector> XData, YData, Weight;
   bool OutliersVisible = false;
   TQyValueTransformation mXValueTransformation, mYValueTransformation, mWeightValueTransformation;

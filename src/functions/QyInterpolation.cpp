@@ -1,5 +1,6 @@
 #include "QyInterpolation.h"
 #include "QyExceptions.h"
+#include "QyRounding.h"
 #include "QyServices.h"
 #include "QyVectors.h"
 #include <algorithm>

@@ -58,7 +58,7 @@ private:
   bool FSearchExtrema = true, FSearchDiffExtrema = true, FSearchIntExtrema = true;
   bool FDoSmoothing = false, FLogSmoothing = false;
   double FSmoothM = 0, FElasticityFactor = 1.0;
-  double FLastIntKX = QyMaxDouble, FLastIntSum = 0;
+  double FLastIntKX = std::numeric_limits<double>::max(), FLastIntSum = 0;
   TQyInterpolationMethod FInterpolationMethod = TQyInterpolationMethod::Akima;
   TQyDoublePointArray FMinima, FMaxima, FDiffMinima, FDiffMaxima, FIntMinima, FIntMaxima;
 };
