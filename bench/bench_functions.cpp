@@ -47,11 +47,11 @@ BENCHMARK(BM_InterpolationRecalculate<TQyInterpolationMethod::Akima>)->Arg(1'000
 BENCHMARK(BM_InterpolationRecalculate<TQyInterpolationMethod::CubicSpline>)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_InterpolationRecalculate<TQyInterpolationMethod::ApproximativeSpline>)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
-// Only the once-per-pixel sampling of a calculated curve, and the points of a line series over
-// the same data (columns of a 1000-pixel axis).
-void BM_CurveSampling(benchmark::State& state) {
+// Only the points: the once-per-pixel sampling of a calculated curve against the points of a
+// line series over the same data (columns of a 1000-pixel axis).
+template <class S> void BM_Points(benchmark::State& state) {
   TCurveGraph g(1'000'000);
-  auto* s = g.Join<TQyInterpolation>();
+  auto* s = g.Join<S>();
   g.graph->RenderToImage(g.graph->size(), false);
   for (auto _ : state) {
     s->PointsModified();
@@ -59,19 +59,8 @@ void BM_CurveSampling(benchmark::State& state) {
     benchmark::DoNotOptimize(s->PointCount());
   }
 }
-BENCHMARK(BM_CurveSampling)->Unit(benchmark::kMicrosecond);
-
-void BM_LineSeriesPoints(benchmark::State& state) {
-  TCurveGraph g(1'000'000);
-  auto* s = g.Join<TQyLineSeries>();
-  g.graph->RenderToImage(g.graph->size(), false);
-  for (auto _ : state) {
-    s->PointsModified();
-    s->CalculatePoints();
-    benchmark::DoNotOptimize(s->PointCount());
-  }
-}
-BENCHMARK(BM_LineSeriesPoints)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Points<TQyInterpolation>)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Points<TQyLineSeries>)->Unit(benchmark::kMicrosecond);
 
 // The averaging kernel over 10^7 points, 10 neighbours back, by weighting.
 void BM_MovingAverageKernel(benchmark::State& state) {
