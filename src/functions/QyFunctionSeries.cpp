@@ -39,10 +39,36 @@ int TQyCalculation::DataCount() const {
   return Weight ? std::min(n, Weight->GetCount()) : n;
 }
 
+// The arrays of a stored vector, or nullptr for a computed one (the indexer).
+const double* TQyCalculation::StoredValues(TQyCustomDoubleVector* v) {
+  return qobject_cast<TQyDoubleVector*>(v) ? v->Data() : nullptr;
+}
+
+// Nothing intervenes (no transformation, no outliers to skip, stored values): one pass over the
+// arrays, which is what a recalculation over millions of values costs at the least.
+bool TQyCalculation::CollectStraight(int n, TDoubleDynArray& x, TDoubleDynArray& y, TDoubleDynArray& w) {
+  if (mXValueTransformation || mYValueTransformation || mWeightValueTransformation) return false;
+  if (!OutliersVisible && (XData->HasOutliers() || YData->HasOutliers() || (Weight && Weight->HasOutliers())))
+    return false;
+  const double* xs = StoredValues(XData);
+  const double* ys = StoredValues(YData);
+  const double* ws = Weight ? StoredValues(Weight) : nullptr;
+  if (!xs || !ys || (Weight && !ws)) return false;
+  for (int i = 0; i < n; ++i) {
+    if (!InRange(xs[i])) continue;
+    x.push_back(xs[i]);
+    y.push_back(ys[i]);
+    w.push_back(ws ? std::fabs(ws[i]) : 1.0);
+  }
+  return true;
+}
+
 void TQyCalculation::CollectValid(TDoubleDynArray& x, TDoubleDynArray& y, TDoubleDynArray& w) {
   const int n = DataCount();
   x.clear(), y.clear(), w.clear();
   x.reserve(n), y.reserve(n), w.reserve(n);
+  const TQyVectorReadLocks hold({XData.data(), YData.data(), Weight.data()});
+  if (CollectStraight(n, x, y, w)) return;
   for (int i = 0; i < n; ++i) {
     const double xi = Xi(i);
     if (!InRange(xi) || Outlier(i)) continue;

@@ -41,6 +41,8 @@ protected:
   void CollectValid(TDoubleDynArray& x, TDoubleDynArray& y, TDoubleDynArray& w);
 
 private:
+  static const double* StoredValues(TQyCustomDoubleVector* v);
+  bool CollectStraight(int n, TDoubleDynArray& x, TDoubleDynArray& y, TDoubleDynArray& w);
   bool Outlier(int idx) const;
   bool InRange(double x) const { return x >= Start && x <= Stop; }
 };

@@ -1,5 +1,6 @@
 // Sorting of paired arrays, smoothing, the band and tridiagonal solvers, the singular value
 // decomposition and the t table, against numpy/scipy values (calc_reference.inc) and analytic ones.
+#include "QyExpect.h"
 #include <QyExceptions.h>
 #include <QyLinearAlgebra.h>
 #include <QyMath.h>
@@ -13,14 +14,6 @@
 namespace {
 #include "calc_reference.inc"
 
-template <class F> void ExpectMathError(F f, const char* message) {
-  try {
-    f();
-    ADD_FAILURE() << "no exception, expected: " << message;
-  } catch (const EMathError& e) {
-    EXPECT_EQ(e.Message(), QString(message));
-  }
-}
 } // namespace
 
 TEST(QyKernels, SortCarriesPartnersAndMeansMergeLater) {
@@ -65,9 +58,9 @@ TEST(QyKernels, BandSolverAgainstNumpy) {
   for (int i = 0; i < 9; ++i) EXPECT_NEAR(v[i], BandSolution[i], 1e-12) << i;
   TQyBandMatrix small(2, 1, 1), wide(4, 3, 2), negative(4, -1, 1);
   std::vector<double> r(4);
-  ExpectMathError([&] { SolveBandMatrix(2, small, r); }, "Not enough data points to calculate function");
-  ExpectMathError([&] { SolveBandMatrix(4, wide, r); }, "Not enough data points to calculate function");
-  ExpectMathError([&] { SolveBandMatrix(4, negative, r); }, "The dimension of the matrix must be positive");
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { SolveBandMatrix(2, small, r); }), "Not enough data points to calculate function");
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { SolveBandMatrix(4, wide, r); }), "Not enough data points to calculate function");
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { SolveBandMatrix(4, negative, r); }), "The dimension of the matrix must be positive");
   TQyBandMatrix zero(3, 1, 1);
   EXPECT_THROW(SolveBandMatrix(3, zero, r), EZeroDivide); // a zero pivot: no silent infinity
 }
@@ -78,9 +71,9 @@ TEST(QyKernels, TridiagonalSolver) {
   SolveTridiagonalEquationSystem(3, lower, diag, right, upper);
   for (double v : right) EXPECT_NEAR(v, 1, 1e-15);
   std::vector<double> zeroFirst = {0, 4, 4}, one = {1};
-  ExpectMathError([&] { SolveTridiagonalEquationSystem(3, lower, zeroFirst, right, upper); }, "Matrix is not tridiagonal");
-  ExpectMathError([&] { SolveTridiagonalEquationSystem(1, one, one, one, one); },
-                  "Not enough data, matrix is to small to solve");
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { SolveTridiagonalEquationSystem(3, lower, zeroFirst, right, upper); }), "Matrix is not tridiagonal");
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { SolveTridiagonalEquationSystem(1, one, one, one, one); }),
+            "Not enough data, matrix is to small to solve");
 }
 
 TEST(QyKernels, SingularValueDecompositionAgainstNumpy) {
@@ -109,9 +102,9 @@ TEST(QyKernels, SingularValueDecompositionAgainstNumpy) {
   TQyMatrix wide(2, TQyVector(3)), v3(3, TQyVector(3)), v2(2, TQyVector(3));
   TQyVector w3(3), w2(2);
   TQyMatrix tall(3, TQyVector(3));
-  ExpectMathError([&] { SingularValueDecomposition(wide, w3, v3); }, "SingularValueDecomposition: Matrix has wrong dimension");
-  ExpectMathError([&] { SingularValueDecomposition(tall, w2, v3); }, "SingularValueDecomposition: Output vector has wrong dimension");
-  ExpectMathError([&] { SingularValueDecomposition(tall, w3, v2); }, "SingularValueDecomposition: Output matrix has wrong dimension");
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { SingularValueDecomposition(wide, w3, v3); }), "SingularValueDecomposition: Matrix has wrong dimension");
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { SingularValueDecomposition(tall, w2, v3); }), "SingularValueDecomposition: Output vector has wrong dimension");
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { SingularValueDecomposition(tall, w3, v2); }), "SingularValueDecomposition: Output matrix has wrong dimension");
 }
 
 TEST(QyKernels, StudentTTable) {

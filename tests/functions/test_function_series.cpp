@@ -6,7 +6,11 @@
 #include "QyTestGraph.h"
 #include <QyExceptions.h>
 #include <QyMovingAverage.h>
+#include <QyRecordMedia.h>
+#include <QyIniFile.h>
 #include <QyServices.h>
+#include <QBuffer>
+#include <QDomDocument>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -197,4 +201,53 @@ TEST(QyMovingAverageSeries, SettingsAndCurve) {
   EXPECT_NEAR(s->GetY(10), (y[7] + y[8] + y[9] + y[10]) / 4, 1e-12);
   s->SetExponentialFactorForN(-2);
   EXPECT_EQ(s->GetExponentialFactorForN(), 1);
+}
+
+TEST(QyFunctionSeriesRecord, SettingsSurviveEachMedium) {
+  for (int medium = 0; medium < 3; ++medium) {
+    QyTestGraph t;
+    auto* s = t.Add<TQyInterpolation>({0, 1, 2}, {0, 1, 0});
+    s->SetInterpolationMethod(TQyInterpolationMethod::ApproximativeSpline);
+    s->SetElasticityFactor(7.5);
+    s->SetAutoStart(false);
+    s->SetCalculationStart(2.5);
+    s->SetCoupleCalculationAndDisplay(false);
+    s->SetDisplayStop(9.25);
+    s->SetClipYValues(false);
+    auto* avg = t.Add<TQyMovingAverage>({0, 1, 2}, {0, 1, 0});
+    avg->SetAveragingRangeMethod(TQyAveragingRangeMethod::NasXDistance);
+    avg->SetN(3.5);
+    auto* r = new TQyInterpolation(t.form.get());
+    auto* ravg = new TQyMovingAverage(t.form.get());
+    QByteArray bytes;
+    QDomDocument dom;
+    TQyIniFile ini;
+    for (auto [from, to] : {std::pair<QObject*, QObject*>{s, r}, {avg, ravg}}) {
+      if (medium == 0) {
+        QBuffer out(&bytes);
+        out.open(QIODevice::WriteOnly);
+        QyWriteToStream(from, &out);
+        QBuffer in(&bytes);
+        in.open(QIODevice::ReadOnly);
+        QyReadFromStream(to, &in);
+        EXPECT_TRUE(in.atEnd());
+      } else if (medium == 1) {
+        QDomElement e = dom.createElement("Series");
+        QyWriteToNode(from, e);
+        QyReadFromNode(to, e);
+      } else {
+        QyWriteToIni(from, ini, "Section", "S");
+        QyReadFromIni(to, ini, "Section", "S");
+      }
+    }
+    EXPECT_EQ(r->GetInterpolationMethod(), TQyInterpolationMethod::ApproximativeSpline) << medium;
+    EXPECT_EQ(r->GetElasticityFactor(), 7.5) << medium;
+    EXPECT_FALSE(r->GetAutoStart()) << medium;
+    EXPECT_EQ(r->GetCalculationStart(), 2.5) << medium;
+    EXPECT_FALSE(r->GetCoupleCalculationAndDisplay()) << medium;
+    EXPECT_EQ(r->GetDisplayStop(), 9.25) << medium;
+    EXPECT_FALSE(r->GetClipYValues()) << medium;
+    EXPECT_EQ(ravg->GetAveragingRangeMethod(), TQyAveragingRangeMethod::NasXDistance) << medium;
+    EXPECT_EQ(ravg->GetN(), 3.5) << medium;
+  }
 }
