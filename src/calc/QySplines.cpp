@@ -38,9 +38,11 @@ void ContinueLastSegment(TQyCubicPieces& p) {
   p.D[n - 1] = p.D[k];
 }
 
+// Every routine writes each coefficient, so resizing (which keeps the memory of earlier fits) is
+// all the arrays need.
 void SizeCoefficients(TQyCubicPieces& p) {
   const size_t n = p.X.size();
-  p.A.resize(n), p.B.assign(n, 0), p.C.assign(n, 0), p.D.assign(n, 0);
+  p.A.resize(n), p.B.resize(n), p.C.resize(n), p.D.resize(n);
 }
 
 void RequireKnots(const TQyCubicPieces& p, int least) {

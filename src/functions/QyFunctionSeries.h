@@ -39,6 +39,8 @@ protected:
   int DataCount() const;
   // Xi, Yi and Wi of every valid index, in index order.
   void CollectValid(TDoubleDynArray& x, TDoubleDynArray& y, TDoubleDynArray& w);
+  // Work arrays kept from one calculation to the next: their memory is reused, not faulted in.
+  TDoubleDynArray FValidX, FValidY, FValidW;
 
 private:
   static const double* StoredValues(TQyCustomDoubleVector* v);

@@ -49,7 +49,7 @@ void TQyInterpolationCalculation::ClearExtrema() {
 
 void TQyInterpolationCalculation::Calculate() {
   RequireVectors();
-  TDoubleDynArray x, y, w;
+  TDoubleDynArray &x = FValidX, &y = FValidY, &w = FValidW;
   CollectValid(x, y, w);
   // Points of weight 0 take no part.
   const bool approximative = FInterpolationMethod == TQyInterpolationMethod::ApproximativeSpline;
@@ -60,7 +60,7 @@ void TQyInterpolationCalculation::Calculate() {
     ++kept;
   }
   x.resize(kept), y.resize(kept), w.resize(kept);
-  Fit(std::move(x), std::move(y), std::move(w), XData->GetOnlyAscending());
+  Fit(x, y, w, XData->GetOnlyAscending());
 }
 
 namespace {
@@ -85,11 +85,16 @@ bool AllFinite(const TDoubleDynArray& a) {
 }
 } // namespace
 
-void TQyInterpolationCalculation::Fit(TDoubleDynArray x, TDoubleDynArray y, TDoubleDynArray w, bool ascending) {
+void TQyInterpolationCalculation::Fit(const TDoubleDynArray& xs, const TDoubleDynArray& ys,
+                                      const TDoubleDynArray& ws, bool ascending) {
   ClearExtrema();
   FRecalculate = true;
-  FPieces = {};
   FLastIntK = 0, FLastIntKX = QyMaxDouble;
+  // The knots go into the arrays of the last fit, whose memory is reused.
+  TDoubleDynArray &x = FPieces.X, &y = FPieces.A, &w = FWeights;
+  x.assign(xs.begin(), xs.end());
+  y.assign(ys.begin(), ys.end());
+  w.assign(ws.begin(), ws.end());
   w.resize(x.size(), 1.0);
   // Ascending input keeps its equal X values, which then divide by zero below.
   if (!ascending || !std::is_sorted(x.begin(), x.end())) {
@@ -103,8 +108,6 @@ void TQyInterpolationCalculation::Fit(TDoubleDynArray x, TDoubleDynArray y, TDou
     if (FLogSmoothing) SmoothLog10(FSmoothM, x, y);
     else Smooth(FSmoothM, x, y);
   }
-  FPieces.X = std::move(x);
-  FPieces.A = std::move(y);
   switch (FInterpolationMethod) {
   case TQyInterpolationMethod::Akima: AkimaCoeffs(FPieces); break;
   case TQyInterpolationMethod::CubicSpline: NormalSplineCoeffs(FPieces); break;

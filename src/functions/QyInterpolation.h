@@ -16,9 +16,9 @@ using QyInterpolation::TQyInterpolationMethod;
 class TQyInterpolationCalculation : public TQyCalculation {
 public:
   void Calculate() override;
-  // Fits the knots x, y (weights w for the smoothing spline) directly: sorted and merged first
-  // unless `ascending` says they come in order.
-  void Fit(TDoubleDynArray x, TDoubleDynArray y, TDoubleDynArray w, bool ascending);
+  // Fits the knots x, y (weights w for the smoothing spline; empty: all 1) directly: sorted and
+  // merged first unless `ascending` says they come in order.
+  void Fit(const TDoubleDynArray& x, const TDoubleDynArray& y, const TDoubleDynArray& w, bool ascending);
 
   double Interpolate(double x);
   double Slope(double x);
@@ -53,6 +53,7 @@ private:
   void ClearExtrema();
 
   TQyCubicPieces FPieces;
+  TDoubleDynArray FWeights;
   int FLastIntK = 0;
   bool FRecalculate = true;
   bool FSearchExtrema = true, FSearchDiffExtrema = true, FSearchIntExtrema = true;

@@ -5,14 +5,15 @@
 
 void TQyMovingAverageCalculation::Calculate() {
   RequireVectors();
-  TDoubleDynArray x, y, w;
+  TDoubleDynArray &x = FValidX, &y = FValidY, &w = FValidW;
   CollectValid(x, y, w);
   const int m = int(x.size());
   // Equal X values stay as they are: the interpolation then divides by zero.
   if (m > 0 && !XData->GetOnlyAscending()) QuickSortYWtoX(0, m - 1, x.data(), y.data(), w.data());
-  TDoubleDynArray avg(m);
+  TDoubleDynArray& avg = FAverages;
+  avg.resize(m);
   MovingAverage(Averaging, x.data(), y.data(), w.data(), m, avg.data());
-  FInterpolation.Fit(std::move(x), std::move(avg), {}, true);
+  FInterpolation.Fit(x, avg, {}, true);
   FRecalculate = false;
 }
 

@@ -15,6 +15,7 @@ public:
 
 private:
   bool FRecalculate = true;
+  TDoubleDynArray FAverages;
   TQyInterpolationCalculation FInterpolation; // through the averaged points, Akima
 };
 
