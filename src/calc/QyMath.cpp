@@ -103,3 +103,23 @@ int Quadrant(double angle) {
   if (angle < 270) return 3;
   return 4;
 }
+
+double Polynom(double x, const double* coeffs, int count) {
+  double r = 0;
+  for (int k = count - 1; k >= 0; --k) r = r * x + coeffs[k];
+  return r;
+}
+
+double T95Percent(double degreesOfFreedom) {
+  struct Row { double upTo, value; };
+  static constexpr Row Table[] = {
+      {1, 12.706}, {2, 4.303},  {3, 3.182},  {4, 2.776},  {5, 2.571},  {6, 2.447},  {7, 2.365},
+      {8, 2.306},  {9, 2.262},  {10, 2.228}, {11, 2.201}, {12, 2.179}, {13, 2.16},  {14, 2.145},
+      {15, 2.131}, {16, 2.12},  {17, 2.11},  {18, 2.101}, {19, 2.093}, {20, 2.086}, {21, 2.08},
+      {22, 2.074}, {23, 2.069}, {24, 2.064}, {25, 2.06},  {26, 2.056}, {27, 2.052}, {28, 2.048},
+      {29, 2.045}, {30, 2.042}, {40, 2.021}, {50, 2.009}, {60, 2.0},   {70, 1.994}, {80, 1.99},
+      {90, 1.987}, {100, 1.984}, {200, 1.972}, {300, 1.968}, {400, 1.966}, {500, 1.965}};
+  for (const Row& r : Table)
+    if (r.upTo >= degreesOfFreedom) return r.value;
+  return 1.96; // also for NaN: no row holds it
+}

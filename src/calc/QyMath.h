@@ -27,3 +27,11 @@ int LastSignificant(double value);
 double FitTo360Degrees(double angle);
 // 1 below 90 degrees, 2 below 180, 3 below 270, 4 otherwise.
 int Quadrant(double angle);
+// Horner's rule: coeffs[k] is the coefficient of x^k.
+double Polynom(double x, const double* coeffs, int count);
+// -1 below 0, otherwise +1 (0 counts as positive).
+inline int MySign(int value) { return value < 0 ? -1 : 1; }
+inline double MySign(double value) { return value < 0 ? -1.0 : 1.0; }
+// The two-sided 95 % Student t value from a table by degrees of freedom: the first row whose
+// degrees are at or above `degreesOfFreedom` (12.706 up to 1, 1.96 above 500).
+double T95Percent(double degreesOfFreedom);

@@ -315,6 +315,80 @@ inline constexpr char BarsLabelVertical[] = "Bars vertical labels";
 inline constexpr char BarsLabelSize[] = "Label size";
 inline constexpr char BarsFont[] = "Bars font";
 inline constexpr char BarsCaptionsWithDatabase[] = "Setting captions list not allowed with database binding set";
+
+// ---- Calculated curves: numerics (messages)
+inline constexpr char MathNotEnoughPoints[] = "Not enough data points to calculate function";
+inline constexpr char MathDimensionNegative[] = "The dimension of the matrix must be positive";
+inline constexpr char MathTridiagonalTooSmall[] = "Not enough data, matrix is to small to solve";
+inline constexpr char MathNotTridiagonal[] = "Matrix is not tridiagonal";
+inline constexpr char SvdWrongMatrix[] = "SingularValueDecomposition: Matrix has wrong dimension";
+inline constexpr char SvdWrongVector[] = "SingularValueDecomposition: Output vector has wrong dimension";
+inline constexpr char SvdWrongOutputMatrix[] = "SingularValueDecomposition: Output matrix has wrong dimension";
+inline constexpr char HouseholderWrongSize[] = "Householder Transformation: Matrix has wrong size";
+inline constexpr char HouseholderRightSide[] = "Householder Transformation: Right side too small";
+inline constexpr char HouseholderSolution[] = "Householder Transformation: Solution too small";
+inline constexpr char HouseholderRankZero[] = "Householder Transformation: Rank is zero";
+inline constexpr char HouseholderRankSmall[] = "Householder Transformation: Rank is too small";
+inline constexpr char CholeskyNotSquare[] = "Cholesky Decomposition: Matrix is not square!";
+inline constexpr char CholeskyFirstNotPositive[] = "Cholesky Decomposition ([0,0]): Matrix is not positive definite!";
+inline constexpr char CholeskyNotPositive[] = "Cholesky Decomposition ([i,i]): Matrix is not positive definite!";
+inline constexpr char CholeskyNotAtOrigin[] = "Cholesky Substitution: Matrix does not start [0,0]";
+inline constexpr char CholeskyDataNotAtZero[] = "Cholesky Substitution: Data Array must start at 0!";
+
+// ---- Calculated curves: the function series (undo captions, messages, published values)
+inline constexpr char CalcNoXVector[] = "No X vector defined for calculation";
+inline constexpr char CalcNoYVector[] = "No Y vector defined for calculation";
+inline constexpr char FunctionFormulaNotOverridden[] = "Formula function of function series must be overridden in derived classes";
+inline constexpr char FunctionWeight[] = "Function series weight";
+inline constexpr char FunctionAutoStart[] = "Function series calculation start auto";
+inline constexpr char FunctionAutoStop[] = "Function series calculation stop auto";
+inline constexpr char FunctionCalculationStart[] = "Function series calculation start";
+inline constexpr char FunctionCalculationStop[] = "Function series calculation stop";
+inline constexpr char FunctionClipYValues[] = "Function series clip Y-values";
+inline constexpr char FunctionDisplayAutoStart[] = "Function series display start auto";
+inline constexpr char FunctionDisplayAutoStop[] = "Function series display stop auto";
+inline constexpr char FunctionDisplayStart[] = "Function series display start";
+inline constexpr char FunctionDisplayStop[] = "Function series display stop";
+inline constexpr char FunctionCouple[] = "Function series couple calculation and display";
+inline constexpr char FunctionVarFormula[] = "Formula used for calculation";
+inline constexpr char FunctionVarCalculationStart[] = "Start value of range used for calculation";
+inline constexpr char FunctionVarCalculationStop[] = "Stop value of range used for calculation";
+inline constexpr char FunctionVarDisplayStart[] = "Start value of range used for display of line";
+inline constexpr char FunctionVarDisplayStop[] = "Stop value of range used for display of line";
+
+// ---- Calculated curves: moving average
+inline constexpr char AverageMethod[] = "Moving average averaging method";
+inline constexpr char AverageDirection[] = "Moving average averaging directions";
+inline constexpr char AverageRangeMethod[] = "Moving average by count/diatance";
+inline constexpr char AverageN[] = "Moving average N";
+inline constexpr char AverageExponentialFactor[] = "Moving average exponential factor for N";
+inline constexpr char AverageFormulaSimple[] = "Simple moving average (all values equally weighted)";
+inline constexpr char AverageFormulaLinear[] = "Weight the values linear with the distance";
+inline constexpr char AverageFormulaExponential[] = "Weight the values exponentially with the distance";
+inline constexpr char AverageVarN[] = "Count/Distance of values used for averaging";
+inline constexpr char AverageVarExponentialFactor[] = "Factor (<1) to multiply n±1 th value for exponential decay of weighting";
+
+// ---- Calculated curves: interpolation, differential, integral
+inline constexpr char InterpolationMethod[] = "Algorithm used for interpolation";
+inline constexpr char InterpolationSmoothPoints[] = "Smoothing ON/OFF";
+inline constexpr char InterpolationSmoothingRange[] = "Smoothing range";
+inline constexpr char InterpolationElasticity[] = "Elasticity of approximative spline";
+inline constexpr char InterpolationNoSmoothing[] = "Approximative spline does not need the smoothing function!\rUse the ElasticityFactor to adjust the elasticity of the spline.";
+inline constexpr char InterpolationFormulaAkima[] = "Interpolation (Akima)";
+inline constexpr char InterpolationFormulaCubic[] = "Interpolation (cubic spline)";
+inline constexpr char InterpolationFormulaApproximative[] = "Interpolation (approximative spline)";
+inline constexpr char DifferentialFormulaAkima[] = "Differential (Akima)";
+inline constexpr char DifferentialFormulaCubic[] = "Differential (cubic spline)";
+inline constexpr char DifferentialFormulaApproximative[] = "Differential (approximative spline)";
+inline constexpr char IntegralFormulaAkima[] = "Integral (Akima)";
+inline constexpr char IntegralFormulaCubic[] = "Integral (cubic spline)";
+inline constexpr char IntegralFormulaApproximative[] = "Integral (approximative spline)";
+inline constexpr char InterpolationVarSmoothingRange[] = "Factor to control smoothness with Akima and cubic spline";
+inline constexpr char InterpolationVarElasticity[] = "Factor to control the elasticity of the approximative spline line";
+inline constexpr char InterpolationVarMaxima[] = "Local maxima of interpolated function";
+inline constexpr char InterpolationVarMinima[] = "Local minima of interpolated function";
+inline constexpr char DifferentialNoSecondAxis[] = "Graph has no secondary axis.\rDo You want to create one?";
+inline constexpr char DifferentialAxisCaption[] = "2nd Y-Axis";
 } // namespace QyRes
 
 // The text of a table entry (the translation hook).

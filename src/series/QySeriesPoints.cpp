@@ -338,9 +338,14 @@ TQyNearestPointResult Nearest(TQySeries& s, const TQyPointVector& pts, const TQy
   }
   if (r.Found) {
     const TQyVectorReadLocks hold(s.DataVectors());
-    r.X = s.TransformX(s.GetXData()->GetValue(r.Index), r.Index);
-    r.Y = s.IsFunctionSeries() ? s.GetY(r.X) : s.TransformY(s.GetYData()->GetValue(r.Index), r.Index);
-    if (s.IsFunctionSeries()) r.Index = -1;
+    if (s.IsFunctionSeries()) { // a point of the curve: its X is where it was sampled
+      r.Index = -1;
+      r.X = s.GetXAxis()->WorldToNumber(float(r.Point.x()));
+      r.Y = s.GetY(r.X);
+    } else {
+      r.X = s.TransformX(s.GetXData()->GetValue(r.Index), r.Index);
+      r.Y = s.TransformY(s.GetYData()->GetValue(r.Index), r.Index);
+    }
   }
   return r;
 }

@@ -32,6 +32,7 @@ QRegion UniteAll(std::vector<QRegion> parts) {
 // The X of data index i lies within the calculated range of RangeFromFunction (bounds included).
 // The data index is what decides, so that thinned points are judged by their own value.
 bool TQyLineSeries::InFunctionRange(int i) {
+  if (i < 0) return true; // a point of a calculated curve lies in its own range
   const double x = TransformX(FXData->GetValue(i), i);
   return x >= FRangeFromFunction->GetCalcStart() && x <= FRangeFromFunction->GetCalcStop();
 }

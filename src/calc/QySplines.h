@@ -1,0 +1,54 @@
+#pragma once
+// Piecewise cubics through data: the coefficients of Akima's interpolation, of the cubic spline
+// whose end curvature continues linearly, and of the smoothing spline with natural ends; their
+// value, slope, curvature and integral, and the local extrema of each.
+#include "QyPairedArrays.h"
+#include <functional>
+#include <vector>
+
+struct TQyDoublePoint {
+  double X, Y;
+};
+using TQyDoublePointArray = std::vector<TQyDoublePoint>;
+
+// On segment k the curve is A + B t + C t^2 + D t^3 with t = x - X[k]. X is ascending. The
+// segment of the last knot continues the cubic of the segment before it, so that the curve, its
+// slope and curvature are continuous there and extrapolate beyond it.
+struct TQyCubicPieces {
+  TDoubleDynArray X, A, B, C, D;
+
+  int Count() const { return int(X.size()); }
+  // The segment of x: 0 left of the second knot, the last knot's from the last knot on.
+  int FindIndex(double x) const;
+  double Value(double x) const;
+  double Slope(double x) const;
+  double Curvature(double x) const;
+  double ValueAt(int k, double t) const { return ((D[k] * t + C[k]) * t + B[k]) * t + A[k]; }
+  double SlopeAt(int k, double t) const { return (3 * D[k] * t + 2 * C[k]) * t + B[k]; }
+  // The integral of segment k from its knot to knot + t.
+  double IntegralAt(int k, double t) const {
+    return (((D[k] / 4 * t + C[k] / 3) * t + B[k] / 2) * t + A[k]) * t;
+  }
+};
+
+// Each takes X and A (the data, at least 3 knots, ascending) and sets B, C, D.
+// Akima: slopes at the knots from the four neighbouring secant slopes, the secants extended at
+// both ends by two so that they grow by the same step. Where both slope differences are zero the
+// knot takes the mean of its right secant and the next one.
+void AkimaCoeffs(TQyCubicPieces& p);
+// Interpolating cubic spline whose third derivative is continuous at the second and the last
+// but one knot (the end curvature continues linearly); 3 knots give the parabola through them.
+void NormalSplineCoeffs(TQyCubicPieces& p);
+// Smoothing spline with natural ends: minimises sum w[i] (y[i] - f(x[i]))^2 + integral of f''^2.
+// The knots' values A move to the curve. Needs at least 6 knots ("Not enough data points ...").
+void ApproximativeSplineCoeffs(TQyCubicPieces& p, const TDoubleDynArray& w);
+
+// Local extrema of the value (zeros of the slope inside a segment; a parabolic segment has none).
+void FindValueExtrema(const TQyCubicPieces& p, TQyDoublePointArray& minima, TQyDoublePointArray& maxima);
+// Local extrema of the slope: the inflection point of each segment, a minimum when the slope
+// there is not above the segment's slope at its knot.
+void FindSlopeExtrema(const TQyCubicPieces& p, TQyDoublePointArray& minima, TQyDoublePointArray& maxima);
+// Local extrema of the integral: the zeros of the curve, found by halving steps from a third of
+// the segment's rise; `integral` gives the Y of each.
+void FindIntegralExtrema(const TQyCubicPieces& p, const std::function<double(double)>& integral,
+                         TQyDoublePointArray& minima, TQyDoublePointArray& maxima);
