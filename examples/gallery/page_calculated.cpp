@@ -116,4 +116,4 @@ QWidget* BuildCalculated() {
 }
 } // namespace
 
-QY_GALLERY_PAGE(calculated, "09-calculated", "Calculated curves", BuildCalculated, QSize(1200, 900));
+QY_GALLERY_PAGE(calculated, "10-calculated", "Calculated curves", BuildCalculated, QSize(1200, 900));

@@ -90,4 +90,4 @@ QWidget* BuildPies() {
 }
 } // namespace
 
-QY_GALLERY_PAGE(pies, "09-pies", "Pies", BuildPies, QSize(1200, 820));
+QY_GALLERY_PAGE(pies, "12-pies", "Pies", BuildPies, QSize(1200, 820));

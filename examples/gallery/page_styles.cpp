@@ -133,5 +133,5 @@ private:
 };
 } // namespace
 
-QY_GALLERY_PAGE(styles, "10-styles", "Styles", [] { return static_cast<QWidget*>(new TStylesPage); },
+QY_GALLERY_PAGE(styles, "06-styles", "Styles", [] { return static_cast<QWidget*>(new TStylesPage); },
                 QSize(1000, 920), 0, "Nothing to drag here: every symbol, dash, hatch and gradient side by side");
