@@ -37,10 +37,10 @@ TQyLabelWithArrowMarker::TQyLabelWithArrowMarker(QWidget* parent) : TQyMovable(p
   FArrowEndGrip = new TQyArrowGrip(this, parent);
   FBentGrip = new TQyBentLengthGrip(this, parent);
   FCaptionGrip = new TQyCaptionGrip(this, parent);
-  FArrowEndGrip->setCursor(QyMarkerCursorShape(FArrowEndGripCursor));
-  FBentGrip->setCursor(QyMarkerCursorShape(FBentLengthGripCursor));
-  FCaptionGrip->setCursor(QyMarkerCursorShape(FCaptionGripCursor));
-  setCursor(QyMarkerCursorShape(crHandPoint));
+  FArrowEndGrip->setCursor(QyCursorShape(FArrowEndGripCursor));
+  FBentGrip->setCursor(QyCursorShape(FBentLengthGripCursor));
+  FCaptionGrip->setCursor(QyCursorShape(FCaptionGripCursor));
+  setCursor(QyCursorShape(crHandPoint));
 }
 
 TQyLabelWithArrowMarker::~TQyLabelWithArrowMarker() {
@@ -86,17 +86,17 @@ void TQyLabelWithArrowMarker::SetBentLength(int value) {
 
 void TQyLabelWithArrowMarker::SetArrowEndGripCursor(int value) {
   QyAssign(this, FArrowEndGripCursor, value, nullptr, "ArrowEndGripCursor",
-           [this] { FArrowEndGrip->setCursor(QyMarkerCursorShape(FArrowEndGripCursor)); });
+           [this] { FArrowEndGrip->setCursor(QyCursorShape(FArrowEndGripCursor)); });
 }
 
 void TQyLabelWithArrowMarker::SetBentLengthGripCursor(int value) {
   QyAssign(this, FBentLengthGripCursor, value, nullptr, "BentLengthGripCursor",
-           [this] { FBentGrip->setCursor(QyMarkerCursorShape(FBentLengthGripCursor)); });
+           [this] { FBentGrip->setCursor(QyCursorShape(FBentLengthGripCursor)); });
 }
 
 void TQyLabelWithArrowMarker::SetCaptionGripCursor(int value) {
   QyAssign(this, FCaptionGripCursor, value, nullptr, "CaptionGripCursor",
-           [this] { FCaptionGrip->setCursor(QyMarkerCursorShape(FCaptionGripCursor)); });
+           [this] { FCaptionGrip->setCursor(QyCursorShape(FCaptionGripCursor)); });
 }
 
 int TQyLabelWithArrowMarker::BentSign() const { return Sign(FCaptionVertical ? FArrowDeltaY : FArrowDeltaX); }
@@ -240,7 +240,7 @@ TQyArrowGrip::TQyArrowGrip(TQyLabelWithArrowMarker* marker, QWidget* parent) : Q
 void TQyArrowGrip::mousePressEvent(QMouseEvent* e) {
   e->accept();
   TQyLabelWithArrowMarker* m = FMarker;
-  if (!m || FMoving || QyShiftStateOf(e->buttons(), e->modifiers()) != m->GetStartMovingKeys()) return;
+  if (!m || FMoving || QyShiftState(e->buttons(), e->modifiers()) != m->GetStartMovingKeys()) return;
   TQyUndoRecorder* stack = m->UndoRecorder();
   const TQyUndoGroup group(stack, QyRes::MarkerArrowGripMoved);
   for (const char* name : {"ArrowDeltaX", "ArrowDeltaY", "CaptionDeltaX", "CaptionDeltaY", "BentLength"})

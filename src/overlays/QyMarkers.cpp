@@ -33,7 +33,7 @@ template <class F> void Quietly(TQyMovable* marker, F f) {
 TQyLineMarker::TQyLineMarker(bool horizontal, QWidget* parent) : TQyMovable(parent), FHorizontal(horizontal) {
   FLine = new TQySimpleLineSettings([this] { LineChanged(); }, this);
   if (!horizontal) FCaptionPosition = TQyContentAlignment::TopCenter;
-  setCursor(QyMarkerCursorShape(horizontal ? crSizeNS : crSizeWE));
+  setCursor(QyCursorShape(horizontal ? crSizeNS : crSizeWE));
 }
 
 int TQyLineMarker::Thickness() const { return std::max(5, RoundI(FLine->GetWidth())); }
@@ -165,7 +165,7 @@ TQyCrossHair::TQyCrossHair(QWidget* parent) : TQyMovable(parent) {
     connect(line, &TQyMovable::MarkerMoving, this, [this, follow] { follow(), DoMarkerMoving(); });
     connect(line, &TQyMovable::MarkerMoved, this, follow);
   }
-  setCursor(QyMarkerCursorShape(crSizeAll));
+  setCursor(QyCursorShape(crSizeAll));
   SyncLines();
 }
 
@@ -195,11 +195,11 @@ void TQyCrossHair::SyncLines() {
     });
   }
   if (FHorizontalMarker) {
-    FHorizontalMarker->setCursor(QyMarkerCursorShape(FHorizontalCursor));
+    FHorizontalMarker->setCursor(QyCursorShape(FHorizontalCursor));
     Quietly(FHorizontalMarker, [&] { FHorizontalMarker->SetYAxis(FYAxis); });
   }
   if (FVerticalMarker) {
-    FVerticalMarker->setCursor(QyMarkerCursorShape(FVerticalCursor));
+    FVerticalMarker->setCursor(QyCursorShape(FVerticalCursor));
     Quietly(FVerticalMarker, [&] { FVerticalMarker->SetXAxis(FXAxis); });
   }
   MoveLines();

@@ -29,9 +29,6 @@ class TQyGraph2D;
 
 using TNotifyEvent = std::function<void(QObject* sender)>;
 
-// The shift state of a mouse event in the framework's bit order (buttons held, keys, double click).
-TShiftState QyShiftStateOf(Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers, bool doubleClick = false);
-
 class TQyMovable : public QWidget, public TQyRecording, public TQyDeferredInit, public IQyGraphPart,
                    public IQyVariablesUser {
   Q_OBJECT

@@ -1,7 +1,7 @@
 #pragma once
-// Framework cursor numbers as the markers publish them (TCursor), and their Qt shapes. Only the
-// numbers the markers use are listed; anything else shows the arrow.
-#include <Qt>
+// Framework cursor numbers as the markers publish them (TCursor); QyCursorShape (QyInput.h) gives
+// their Qt shapes.
+#include "QyInput.h"
 
 using TCursor = int;
 
@@ -13,15 +13,3 @@ inline constexpr TCursor crSizeWE = -9;
 inline constexpr TCursor crHSplit = -14;
 inline constexpr TCursor crHandPoint = -21;
 inline constexpr TCursor crSizeAll = -22;
-
-inline Qt::CursorShape QyMarkerCursorShape(TCursor cursor) {
-  switch (cursor) {
-  case crCross: return Qt::CrossCursor;
-  case crSizeNS: return Qt::SizeVerCursor;
-  case crSizeWE: return Qt::SizeHorCursor;
-  case crHSplit: return Qt::SplitHCursor;
-  case crHandPoint: return Qt::PointingHandCursor;
-  case crSizeAll: return Qt::SizeAllCursor;
-  default: return Qt::ArrowCursor;
-  }
-}

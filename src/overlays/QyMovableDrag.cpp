@@ -2,6 +2,7 @@
 // Distances are taken from the mouse's screen position at the start of the drag, so that the
 // widget moving under the mouse does not disturb them.
 #include "QyAxis.h"
+#include "QyInput.h"
 #include "QyMovable.h"
 #include "QyRounding.h"
 #include "QySeries.h"
@@ -9,26 +10,14 @@
 #include <algorithm>
 #include <limits>
 
-TShiftState QyShiftStateOf(Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers, bool doubleClick) {
-  TShiftState s;
-  if (modifiers & Qt::ShiftModifier) s |= QyShift::ssShift;
-  if (modifiers & Qt::AltModifier) s |= QyShift::ssAlt;
-  if (modifiers & Qt::ControlModifier) s |= QyShift::ssCtrl;
-  if (buttons & Qt::LeftButton) s |= QyShift::ssLeft;
-  if (buttons & Qt::RightButton) s |= QyShift::ssRight;
-  if (buttons & Qt::MiddleButton) s |= QyShift::ssMiddle;
-  if (doubleClick) s |= QyShift::ssDouble;
-  return s;
-}
-
 // A press that starts no drag goes on to the graph (its zoom and pan).
 void TQyMovable::mousePressEvent(QMouseEvent* e) {
-  DoMouseDown(e->globalPosition().toPoint(), QyShiftStateOf(e->buttons(), e->modifiers()));
+  DoMouseDown(e->globalPosition().toPoint(), QyShiftState(e->buttons(), e->modifiers()));
   e->setAccepted(FMoving);
 }
 
 void TQyMovable::mouseDoubleClickEvent(QMouseEvent* e) {
-  DoMouseDown(e->globalPosition().toPoint(), QyShiftStateOf(e->buttons(), e->modifiers(), true));
+  DoMouseDown(e->globalPosition().toPoint(), QyShiftState(e->buttons(), e->modifiers(), true));
   e->setAccepted(FMoving);
 }
 
