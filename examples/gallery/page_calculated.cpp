@@ -116,4 +116,5 @@ QWidget* BuildCalculated() {
 }
 } // namespace
 
-QY_GALLERY_PAGE(calculated, "10-calculated", "Calculated curves", BuildCalculated, QSize(1200, 900));
+QY_GALLERY_PAGE(calculated, "10-calculated", "Calculated curves", BuildCalculated, QSize(1200, 900), 0,
+                "Drag a frame to zoom into the noisy data: the curves are sampled again for every pixel");
