@@ -100,7 +100,7 @@ TEST(PieLegend, DrawHandlerGetsFillAndValueIndex) {
 }
 
 TEST(PieLegend, TakesRoomAndThePieShrinks) {
-  LegendFixture f({1, 2, 3});
+  LegendFixture f({1, 2, 3}, QSize(200, 200)); // square: a legend on any side shrinks the pie
   f.pie->Calculate();
   const QRectF alone = f.pie->PieRect();
   struct Row {
@@ -110,7 +110,7 @@ TEST(PieLegend, TakesRoomAndThePieShrinks) {
               {TQyPieLegendPosition::LeftTop, true},
               {TQyPieLegendPosition::CenterBottom, false}};
   for (const Row& r : rows) {
-    LegendFixture g({1, 2, 3});
+    LegendFixture g({1, 2, 3}, QSize(200, 200));
     TQyPieLegend* l = g.AddLegend(r.position);
     l->SetItemsOrder(r.horizontal ? TQyItemsOrder::ByColumn : TQyItemsOrder::ByRow);
     g.pie->Calculate();
