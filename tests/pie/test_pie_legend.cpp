@@ -1,25 +1,14 @@
 // The pie legend: its settings, its items against the chart's values, its room on the chart and
 // the colour of its samples.
 #include "QyFakeRecorder.h"
+#include "QyPieFixture.h"
 #include "QyPieLegend.h"
 #include "QyPixelProbe.h"
 #include <gtest/gtest.h>
 
 namespace {
-struct LegendFixture {
-  QWidget form;
-  TQyPieChart* pie = new TQyPieChart(&form);
-  TQyDoubleVector* values = new TQyDoubleVector(&form);
-  TQyFillPalette* palette = new TQyFillPalette(&form);
-  explicit LegendFixture(std::initializer_list<double> v, QSize size = QSize(300, 200)) {
-    for (double x : v) values->Add(x);
-    pie->resize(size);
-    pie->SetBackColor(0xFFFFFFFF);
-    pie->SetDropShadow(false);
-    pie->SetValues(values);
-    palette->FillDefaults();
-    pie->SetSegmentSettingsPalette(palette);
-  }
+struct LegendFixture : PieFixture {
+  explicit LegendFixture(std::initializer_list<double> v, QSize size = QSize(300, 200)) : PieFixture(v, size) {}
   TQyPieLegend* AddLegend(TQyPieLegendPosition position = TQyPieLegendPosition::RightCenter) {
     auto* legend = new TQyPieLegend(pie);
     legend->SetPosition(position);
@@ -32,8 +21,6 @@ struct LegendFixture {
     return texts;
   }
 };
-
-QColor Named(const char* name) { return QColor::fromRgba(ColorToARGB(QString::fromLatin1(name))); }
 } // namespace
 
 TEST(PieLegend, DefaultsAndUndoCaptions) {
