@@ -1,9 +1,10 @@
 // Pie and donut charts: flat and 3D pies and donuts, exploded segments, callouts with arrows,
-// labels inside the segments, a palette with hatch patterns.
+// labels inside the segments, legends of the segments beside and below the pie.
 #include "QyGallery.h"
 #include <QGridLayout>
 #include <QLabel>
 #include <QyPieChart.h>
+#include <QyPieLegend.h>
 #include <QyVectors.h>
 
 namespace {
@@ -34,6 +35,15 @@ TQyPieChart* NewPie(TQyPieChartType type, const QString& caption, TQyFillPalette
   return pie;
 }
 
+// A legend of the segments on the chart; the pie gives way to it.
+void AddLegend(TQyPieChart* pie, TQyPieLegendPosition position, TQyLabelStyle labels, TQyItemsOrder order) {
+  auto* legend = new TQyPieLegend(pie);
+  legend->SetPosition(position);
+  legend->SetLabelsFrom(labels);
+  legend->SetItemsOrder(order);
+  if (order == TQyItemsOrder::ByRow) legend->SetRows(2);
+}
+
 QWidget* BuildPies() {
   auto* page = new QWidget;
   page->setStyleSheet("background: white;");
@@ -46,12 +56,14 @@ QWidget* BuildPies() {
   flat->SetLabelPosition(TQyPieLabelPosition::InsideHorizontal);
   flat->SetLabelFrom(TQyLabelStyle::Percent);
   flat->SetLabelSize(5);
+  AddLegend(flat, TQyPieLegendPosition::RightCenter, TQyLabelStyle::CaptionsList, TQyItemsOrder::ByColumn);
 
   TQyPieChart* donut = NewPie(TQyPieChartType::FlatDonut, "Donut, labels along the radius", palette);
   donut->SetLabelPosition(TQyPieLabelPosition::InsideAligned);
   donut->SetLabelFrom(TQyLabelStyle::CaptionsList);
   donut->SetLabelSize(4.5);
   donut->SetDonutHoleSize(45);
+  AddLegend(donut, TQyPieLegendPosition::CenterBottom, TQyLabelStyle::CaptionAndPercent, TQyItemsOrder::ByRow);
 
   TQyPieChart* pie3d = NewPie(TQyPieChartType::ThreeDPie, "3D pie, two segments exploded", palette);
   pie3d->SetExplodePercent(Vector(pie3d, {0, 25, 0, 0, 15}));
@@ -84,7 +96,7 @@ QWidget* BuildPies() {
 
   const TQyPieChart* pies[] = {flat, donut, pie3d, donut3d, callouts, callouts3d};
   for (int i = 0; i < 6; ++i) grid->addWidget(const_cast<TQyPieChart*>(pies[i]), i / 3, i % 3);
-  auto* hint = new QLabel("Resize the window: pie, shifts and callouts refit to every size.");
+  auto* hint = new QLabel("Resize the window: pie, shifts, callouts and legends refit to every size.");
   grid->addWidget(hint, 2, 0, 1, 3);
   return page;
 }

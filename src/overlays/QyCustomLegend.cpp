@@ -166,7 +166,7 @@ void TQyCustomLegend::PaintItems(QPainter* g) {
   const int n = std::min<int>({ItemCount(), int(FItemRects.size()), FItemCaptions.Count()});
   for (int i = 0; i < n; ++i) {
     if (!ItemShown(i)) continue;
-    const TQyLegendItemDrawArgs args{g, QRectF(FItemRects[size_t(i)]), i};
+    const TQyLegendItemDrawArgs args{g, QRectF(FItemRects[size_t(i)]), ItemEventIndex(i)};
     g->save();
     g->setClipRect(args.Rect, Qt::IntersectClip);
     if (OnDrawLegendItem) OnDrawLegendItem(ItemObject(i), args);

@@ -107,6 +107,8 @@ public:
   virtual bool ItemShown(int i) const { (void)i; return true; }
   // The colour of the item's text (0: the font's).
   virtual TQyColor ItemTextColor(int i) const { (void)i; return 0; }
+  // The index the draw handler gets for the item (pie legends hand the value index).
+  virtual int ItemEventIndex(int i) const { return i; }
 
   // ---- the deferred work
   // Something that changes the items or their layout: rebuild before the next picture.

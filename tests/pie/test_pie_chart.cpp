@@ -1,34 +1,13 @@
 // The pie chart control: setters and their undo captions, the values as segments, the picture
 // (recorded primitives, pixel probes, SVG) and the fit of labels and callouts.
 #include "QyFakeRecorder.h"
-#include "QyPieChart.h"
+#include "QyPieFixture.h"
 #include "QyPixelProbe.h"
 #include "QyRecordingDevice.h"
 #include <QBuffer>
 #include <QPainter>
 #include <gtest/gtest.h>
 #include <cmath>
-
-namespace {
-struct PieFixture {
-  QWidget form;
-  TQyPieChart* pie = new TQyPieChart(&form);
-  TQyDoubleVector* values = new TQyDoubleVector(&form);
-  TQyFillPalette* palette = new TQyFillPalette(&form);
-  explicit PieFixture(std::initializer_list<double> v, QSize size = QSize(200, 200)) {
-    for (double x : v) values->Add(x);
-    pie->resize(size);
-    pie->SetBackColor(0xFFFFFFFF);
-    pie->SetDropShadow(false);
-    pie->SetValues(values);
-    palette->FillDefaults();
-    pie->SetSegmentSettingsPalette(palette);
-  }
-  void Calculate() { pie->Calculate(); }
-};
-
-QColor Named(const char* name) { return QColor::fromRgba(ColorToARGB(QString::fromLatin1(name))); }
-} // namespace
 
 TEST(PieChart, SettersClampSilently) {
   PieFixture f({1});
