@@ -1,5 +1,6 @@
 #pragma once
 // The gallery's registry: every page registers a builder that makes its live widget.
+#include <QGridLayout>
 #include <QString>
 #include <QWidget>
 #include <QyGraph2D.h>
@@ -36,4 +37,13 @@ inline TQyGraph2D* QyGallerySeriesGraph(const QString& caption) {
   g->GetMajorGridHorizontal()->SetColor(0xFFE0E0E0);
   g->TestPrimaryAxis();
   return g;
+}
+
+// A white page that holds its graphs in a grid.
+inline QGridLayout* QyGalleryGrid(QWidget* page) {
+  page->setStyleSheet("background: white;");
+  auto* grid = new QGridLayout(page);
+  grid->setContentsMargins(4, 4, 4, 4);
+  grid->setSpacing(4);
+  return grid;
 }

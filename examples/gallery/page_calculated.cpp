@@ -105,10 +105,7 @@ TQyGraph2D* SlopeAndIntegral() {
 
 QWidget* BuildCalculated() {
   auto* page = new QWidget;
-  page->setStyleSheet("background: white;");
-  auto* grid = new QGridLayout(page);
-  grid->setContentsMargins(4, 4, 4, 4);
-  grid->setSpacing(4);
+  auto* grid = QyGalleryGrid(page);
   grid->addWidget(Interpolations(), 0, 0);
   grid->addWidget(Averages(), 0, 1);
   grid->addWidget(SlopeAndIntegral(), 1, 0, 1, 2);

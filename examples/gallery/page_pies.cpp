@@ -46,10 +46,7 @@ void AddLegend(TQyPieChart* pie, TQyPieLegendPosition position, TQyLabelStyle la
 
 QWidget* BuildPies() {
   auto* page = new QWidget;
-  page->setStyleSheet("background: white;");
-  auto* grid = new QGridLayout(page);
-  grid->setContentsMargins(4, 4, 4, 4);
-  grid->setSpacing(4);
+  auto* grid = QyGalleryGrid(page);
   TQyFillPalette* palette = Palette(page);
 
   TQyPieChart* flat = NewPie(TQyPieChartType::FlatPie, "Flat pie, percent inside", palette);

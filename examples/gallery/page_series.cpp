@@ -141,10 +141,7 @@ TQyGraph2D* ErrorsAndOutliers() {
 
 QWidget* BuildSeries() {
   auto* page = new QWidget;
-  page->setStyleSheet("background: white;");
-  auto* grid = new QGridLayout(page);
-  grid->setContentsMargins(4, 4, 4, 4);
-  grid->setSpacing(4);
+  auto* grid = QyGalleryGrid(page);
   grid->addWidget(DashStyles(), 0, 0);
   grid->addWidget(AreasAndBands(), 0, 1);
   grid->addWidget(Symbols(), 1, 0);

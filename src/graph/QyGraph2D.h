@@ -109,6 +109,13 @@ public:
   // An image of the control's size (or `size`).
   QImage RenderToImage(QSize size = QSize(), bool antialiased = true);
   void RenderToImage(QImage& image, bool antialiased = true); // into the caller's buffer
+  // The resolution a painter's device measures text at, and whether a picture of `size` on it
+  // can use the control's own layout (same size, same resolution).
+  struct TQyTarget {
+    qreal DpiX, DpiY;
+    bool SameLayout;
+  };
+  TQyTarget RenderTarget(QPainter* painter, QSize size) const;
   // Vector output of the control's size (or `size`): SVG and PDF (one page of that size).
   void RenderToSvg(QIODevice* device, QSize size = QSize());
   void RenderToPdf(QIODevice* device, QSize size = QSize());

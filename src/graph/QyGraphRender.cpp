@@ -40,11 +40,7 @@ void TQyGraph2D::PaintTo(QPainter* painter, QSize size, bool printing) {
   if (!size.isValid()) size = this->size();
   // Text is measured for the device's resolution: a painter resolves fonts for it, whatever its
   // transformation, so the layout must see the same sizes.
-  QPaintDevice* device = TargetDevice(painter);
-  const qreal dpiX = device ? device->logicalDpiX() : logicalDpiX();
-  const qreal dpiY = device ? device->logicalDpiY() : logicalDpiY();
-  const bool sameLayout = size == this->size() && std::abs(dpiY - logicalDpiY()) < 0.5 &&
-                          std::abs(dpiX - logicalDpiX()) < 0.5;
+  const auto [dpiX, dpiY, sameLayout] = RenderTarget(painter, size);
   const bool wasPrinting = FPrinting, wasRendering = FRenderingToImage;
   FPrinting = printing;
   FRenderingToImage = true;
@@ -72,6 +68,14 @@ void TQyGraph2D::PaintTo(QPainter* painter, QSize size, bool printing) {
 void TQyGraph2D::RedoLayout() {
   for (TQyAxis* a : Axes()) a->CheckResize();
   Modified();
+}
+
+TQyCustomGraph::TQyTarget TQyCustomGraph::RenderTarget(QPainter* painter, QSize size) const {
+  QPaintDevice* device = TargetDevice(painter);
+  const qreal dpiX = device ? device->logicalDpiX() : logicalDpiX();
+  const qreal dpiY = device ? device->logicalDpiY() : logicalDpiY();
+  return {dpiX, dpiY,
+          size == this->size() && std::abs(dpiY - logicalDpiY()) < 0.5 && std::abs(dpiX - logicalDpiX()) < 0.5};
 }
 
 QImage TQyCustomGraph::RenderToImage(QSize size, bool antialiased) {

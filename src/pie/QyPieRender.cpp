@@ -9,11 +9,7 @@
 void TQyPieChart::PaintTo(QPainter* painter, QSize size, bool printing) {
   if (!painter || !painter->isActive()) return;
   if (!size.isValid()) size = this->size();
-  QPaintEngine* engine = painter->paintEngine();
-  QPaintDevice* device = engine && engine->paintDevice() ? engine->paintDevice() : painter->device();
-  const qreal dpiX = device ? device->logicalDpiX() : logicalDpiX();
-  const qreal dpiY = device ? device->logicalDpiY() : logicalDpiY();
-  const bool sameLayout = size == this->size() && std::abs(dpiY - logicalDpiY()) < 0.5 && std::abs(dpiX - logicalDpiX()) < 0.5;
+  const auto [dpiX, dpiY, sameLayout] = RenderTarget(painter, size);
   const bool wasPrinting = FPrinting, wasRendering = FRenderingToImage;
   FPrinting = printing;
   FRenderingToImage = true;

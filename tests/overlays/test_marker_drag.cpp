@@ -34,8 +34,12 @@ TEST(MarkerDrag, EachKindFollowsTheMouseOnItsAxes) {
     EXPECT_FALSE(m->Moving());
     const double x = row.movesX ? t.X()->WorldToNumber(float(hot.x() + 30)) : 4.0;
     const double y = row.movesY ? t.Y()->WorldToNumber(float(hot.y() - 25)) : 40.0;
-    if (kind != "horizontal") EXPECT_DOUBLE_EQ(m->GetX(), x);
-    if (kind != "vertical") EXPECT_DOUBLE_EQ(m->GetY(), y);
+    if (kind != "horizontal") {
+      EXPECT_DOUBLE_EQ(m->GetX(), x);
+    }
+    if (kind != "vertical") {
+      EXPECT_DOUBLE_EQ(m->GetY(), y);
+    }
     // The cross hair's lines stand on its centre.
     if (auto* c = qobject_cast<TQyCrossHair*>(m)) {
       EXPECT_DOUBLE_EQ(c->GetHorizontalMarker()->GetY(), y);

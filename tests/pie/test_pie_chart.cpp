@@ -180,7 +180,9 @@ TEST(PieChart, CalloutsFitTheControlWithoutOverlaps) {
         const bool sameHalf = (c[i].Position.y() > f.pie->PieRect().center().y()) ==
                               (c[j].Position.y() > f.pie->PieRect().center().y());
         // Text is measured at two sizes (before and after the fit), which do not scale exactly.
-        if (sameHalf) EXPECT_LT(box(c[i]).intersected(box(c[j])).height(), 3.0) << i << " " << j;
+        if (sameHalf) {
+          EXPECT_LT(box(c[i]).intersected(box(c[j])).height(), 3.0) << i << " " << j;
+        }
       }
     }
     EXPECT_TRUE(anyMoved); // the tiny ones crowd together

@@ -277,7 +277,9 @@ TEST(Bars, LabelPositions) {
           const std::string what = std::string(horizontal ? "horizontal" : "vertical") + (sign > 0 ? " +" : " -") +
                                    " position " + std::to_string(int(c.pos)) + " bar " + std::to_string(j);
           EXPECT_NEAR(horizontal ? l->X : l->Y, want, 1e-3) << what;
-          if (j == 1 && c.pos != P::OnTopOfBar) EXPECT_TRUE(fits) << what; // the tall bar holds every label
+          if (j == 1 && c.pos != P::OnTopOfBar) {
+            EXPECT_TRUE(fits) << what;
+          } // the tall bar holds every label
         }
       }
     }
