@@ -26,7 +26,7 @@ struct TQyAveraging {
 };
 
 // avg[i] := the weighted average of y about point i for the m points of x (ascending), y and w.
-// The window reaches round(N) points (half to even), or up to and including the first point at
+// The window reaches N points, rounded half to even, or up to and including the first point at
 // distance N or more; it is shorter at the ends, not padded. Span is the window's X width,
 // doubled when it reaches both ways; linear weights fall as 1 - |dx| / Span, exponential ones by
 // ExponentialFactor per Span / N. A window whose weights add up to 0 raises EInvalidOp.
