@@ -14,6 +14,7 @@
 #include "QyRegisters.h"
 #include "QyRichLabel.h"
 #include "QyPixelOccupancy.h"
+#include "QyKeptLayer.h"
 #include "QyStamp.h"
 #include "QyComponent.h"
 #include "QyGraphPart.h"
@@ -352,5 +353,6 @@ protected:
   TQyPixelOccupancy FScatterCells; // pixels taken by the points of a pure scatter
   TQyPixelOccupancy FDrawCells;    // pixels taken by the symbols of one drawing pass
   quint64 FPointsVersion = 0;      // counts the calculations of the points
-  TQyStampLayer FStampLayer;       // the last picture of many stamped symbols
+  TQyKeptLayer FStampLayer;        // the last picture of many stamped symbols
+  TQyKeptLayer FLineLayer;         // the last picture of a dense line
 };

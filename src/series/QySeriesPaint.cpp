@@ -2,11 +2,13 @@
 // with error bars and symbols.
 #include "QyAxis.h"
 #include "QyColumnBand.h"
+#include "QyKeptLayer.h"
 #include "QyRounding.h"
 #include "QySeries.h"
 #include "QyStyles.h"
 #include "QyVectors.h"
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
 #include <type_traits>
 
@@ -16,6 +18,8 @@ namespace {
 // few pixel columns) drive up. A piece ends after ChunkPoints points or PieceLength pixels.
 constexpr int ChunkPoints = 1000;
 constexpr double PieceLength = 256;
+// Lines of fewer points are always stroked: they cost less than a layer.
+constexpr int KeptLineAbove = 1000;
 
 // Draws the polyline with the painter's pen, in pieces when the pen is thick or dashed. A dashed
 // piece continues the pattern where the previous one stopped.
@@ -43,6 +47,22 @@ template <class P> void DrawPolylineInPieces(QPainter* g, const P* pts, int n) {
     g->drawPolyline(pts + first, k - first + 1); // pieces share their end points
     first = k, length = 0;
   }
+}
+
+// Whether a polyline is worth keeping on a layer: when stroking it costs more than blending the
+// layer, that is when its length in pixels reaches a tenth of the area it spans (the raster
+// engine strokes an antialiased pixel about ten times slower than it blends one). bounds: the
+// points' bounding rectangle.
+bool WorthKeeping(const QPointF* pts, int n, QRectF& bounds) {
+  constexpr double StrokeToBlendCost = 10;
+  double length = 0, left = pts[0].x(), right = left, top = pts[0].y(), bottom = top;
+  for (int k = 1; k < n; ++k) {
+    length += std::abs(pts[k].x() - pts[k - 1].x()) + std::abs(pts[k].y() - pts[k - 1].y());
+    left = std::min(left, pts[k].x()), right = std::max(right, pts[k].x());
+    top = std::min(top, pts[k].y()), bottom = std::max(bottom, pts[k].y());
+  }
+  bounds = QRectF(QPointF(left, top), QPointF(right, bottom));
+  return std::isfinite(length) && length * StrokeToBlendCost >= (right - left + 1) * (bottom - top + 1);
 }
 } // namespace
 
@@ -76,9 +96,22 @@ void TQyLineSeries::DrawLine(QPainter* g) {
   else DrawPlainLine(g);
 }
 
+// A long line (millions of values thinned to a few points per pixel column) is kept on a layer
+// while its points and pen stay the same: the next paint blends the layer instead of stroking it.
 void TQyLineSeries::DrawPlainLine(QPainter* g) {
+  const QPointF* pts = FPoints.Data();
   g->setPen(FPen);
-  DrawPolylineInPieces(g, FPoints.Data(), FPointCount);
+  QRectF bounds;
+  if (FPointCount < KeptLineAbove || !QyCanKeepLayer(g) || !WorthKeeping(pts, FPointCount, bounds)) {
+    DrawPolylineInPieces(g, pts, FPointCount);
+    return;
+  }
+  const double margin = std::max(1.0, FPen.widthF()) + 2; // the pen's reach beyond the points
+  const QRect area = bounds.adjusted(-margin, -margin, margin, margin).toAlignedRect();
+  FLineLayer.Paint(g, {FPointsVersion, QyLookOf(FPen)}, area, [&](QPainter* layer) {
+    layer->setPen(FPen);
+    DrawPolylineInPieces(layer, pts, FPointCount);
+  });
 }
 
 // The level an area falls to: the axis start when it is above zero, else zero.

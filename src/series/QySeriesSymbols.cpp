@@ -121,7 +121,7 @@ void TQyLineSeries::StampSymbols(QPainter* g) {
                    FOutOfRangePointSymbol->GetPointSymbol(), aa);
   const int m = std::max(normal.Image().width(), outside.Image().width());
   const QRect bounds = QRect(QPoint(0, 0), FGraph->LayoutSize()).adjusted(-m, -m, m, m);
-  FStampLayer.Paint(g, {FPointsVersion, {&normal, &outside}}, bounds, [&](QPainter* layer) {
+  FStampLayer.Paint(g, {FPointsVersion, normal.Look() + outside.Look()}, bounds, [&](QPainter* layer) {
     normal.Begin(layer);
     outside.Begin(layer);
     ForEachDistinctSymbol([&](int k) {

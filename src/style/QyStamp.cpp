@@ -1,6 +1,7 @@
 // Stamps: see QyStamp.h.
 #include "QyStamp.h"
 #include "QyDrawing.h"
+#include "QyKeptLayer.h"
 #include <QPaintEngine>
 #include <QPainter>
 #include <QRegion>
@@ -105,43 +106,11 @@ void TQyStamp::Blend(int left, int top, const QRect& clip) const {
 }
 
 bool QyCanStamp(QPainter* g, int count) {
-  return count > StampAbove && g->paintEngine() && g->paintEngine()->type() == QPaintEngine::Raster &&
-         g->transform().type() <= QTransform::TxTranslate;
+  return count > StampAbove && QyCanKeepLayer(g);
 }
 
-bool TQyStampLayer::Holds(QPainter* g, const Key& key) const {
-  if (FImage.isNull() || key.Version != FVersion || key.Stamps.size() != FStamps.size()) return false;
-  for (size_t i = 0; i < FStamps.size(); ++i)
-    if (key.Stamps[i]->Image() != FStamps[i]) return false;
-  return g->deviceTransform() == FTransform && g->hasClipping() == FClipped &&
-         (!FClipped || g->clipRegion() == FClip) && g->device()->width() == FDevice.width() &&
-         g->device()->height() == FDevice.height();
-}
-
-void TQyStampLayer::Paint(QPainter* g, const Key& key, const QRect& bounds,
-                          const std::function<void(QPainter*)>& draw) {
-  if (!Holds(g, key)) {
-    const QTransform t = g->deviceTransform();
-    FClipped = g->hasClipping();
-    FClip = FClipped ? g->clipRegion() : QRegion();
-    QRect area = t.mapRect(bounds) & QRect(0, 0, g->device()->width(), g->device()->height());
-    if (FClipped) area &= t.map(FClip).boundingRect();
-    FArea = area;
-    FVersion = key.Version;
-    FTransform = t;
-    FDevice = QSize(g->device()->width(), g->device()->height());
-    FStamps.clear();
-    for (const TQyStamp* s : key.Stamps) FStamps.push_back(s->Image());
-    if (FImage.size() != area.size()) FImage = QImage(area.size().expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
-    FImage.fill(Qt::transparent);
-    QPainter p(&FImage);
-    p.setTransform(t * QTransform::fromTranslate(-area.x(), -area.y()));
-    if (FClipped) p.setClipRegion(FClip);
-    draw(&p);
-  }
-  if (FArea.isEmpty()) return;
-  g->save();
-  g->setTransform(QTransform());
-  g->drawImage(FArea.topLeft(), FImage);
-  g->restore();
+QByteArray TQyStamp::Look() const {
+  QByteArray bytes(reinterpret_cast<const char*>(FImage.constBits()), FImage.sizeInBytes());
+  bytes.append(reinterpret_cast<const char*>(&FHalf), sizeof FHalf);
+  return bytes;
 }

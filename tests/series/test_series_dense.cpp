@@ -166,3 +166,38 @@ TEST(DenseLines, PictureEqualsThePlainPolylineWithinAntialiasing) {
     EXPECT_LE(all.count * 8, all.inked) << shape.name << ": " << all.count << " of " << all.inked;
   }
 }
+
+// A dense line is kept on a layer between paints. The kept picture follows a new pen and new
+// values, and serves a partial repaint, exactly as a graph drawn afresh.
+TEST(DenseLines, KeptPictureIsTheFreshPictureAfterEveryChange) {
+  auto values = [](int n) {
+    std::vector<double> xs(static_cast<size_t>(n)), ys(static_cast<size_t>(n));
+    for (int i = 0; i < n; ++i) xs[size_t(i)] = i, ys[size_t(i)] = std::sin(i / 3000.0) * 50 + Noise(i) * 0.4;
+    return std::pair(xs, ys);
+  };
+  auto fresh = [&](int n, TQyColor color) {
+    QyTestGraph g(500, 320);
+    const auto [xs, ys] = values(n);
+    g.AddSeries(xs, ys, color);
+    return g.graph->RenderToImage(g.graph->size(), true);
+  };
+  QyTestGraph f(500, 320);
+  const auto [xs, ys] = values(100000);
+  TQyLineSeries* s = f.AddSeries(xs, ys, 0xFF0000C8u);
+  const QImage first = f.graph->RenderToImage(f.graph->size(), true);
+  EXPECT_EQ(first, fresh(100000, 0xFF0000C8u));
+  EXPECT_EQ(f.graph->RenderToImage(f.graph->size(), true), first);
+  s->GetLine()->SetColor(0xFFC80000u);
+  EXPECT_EQ(f.graph->RenderToImage(f.graph->size(), true), fresh(100000, 0xFFC80000u)) << "new pen";
+  const auto [xs2, ys2] = values(120000);
+  static_cast<TQyDoubleVector*>(s->GetXData())->AddRange(std::vector<double>(xs2.begin() + 100000, xs2.end()));
+  static_cast<TQyDoubleVector*>(s->GetYData())->AddRange(std::vector<double>(ys2.begin() + 100000, ys2.end()));
+  const QImage grown = fresh(120000, 0xFFC80000u);
+  EXPECT_EQ(f.graph->RenderToImage(f.graph->size(), true), grown) << "new values";
+  const QRect r(100, 50, 200, 150);
+  QImage partial = first.convertToFormat(QImage::Format_ARGB32_Premultiplied); // stale outside r
+  f.graph->render(&partial, r.topLeft(), QRegion(r));
+  QImage whole(partial.size(), partial.format());
+  f.graph->render(&whole);
+  EXPECT_EQ(partial.copy(r), whole.copy(r)) << "partial repaint";
+}
