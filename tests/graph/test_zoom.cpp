@@ -360,22 +360,6 @@ TEST(Zoom, CoupledGraphsStayAligned) {
   EXPECT_EQ(child->GetCurrentZoomStage(), 0);
 }
 
-// A moving slit turns zooming and its direction's scroll bar off, in the same undo entry.
-TEST(Zoom, MovingSlitTurnsZoomingOffInOneUndoEntry) {
-  QyTestGraph t;
-  TQyUndoStack stack;
-  t.graph->SetUndoStack(&stack);
-  t.X()->SetStopEnd(TQyAxisEnd::MovingSlit);
-  TQyZoomSettings* z = t.graph->GetZoom();
-  EXPECT_FALSE(z->GetAuto());
-  EXPECT_FALSE(z->GetHScrollbarVisible());
-  EXPECT_TRUE(z->GetVScrollbarVisible());
-  stack.Undo();
-  EXPECT_EQ(t.X()->GetStopEnd(), TQyAxisEnd::AutoRange);
-  EXPECT_TRUE(z->GetAuto());
-  EXPECT_TRUE(z->GetHScrollbarVisible());
-}
-
 namespace {
 // The graph zoomed to the window 40 .. 60 of 0 .. 100 (or one decade, 10 .. 100, of 1 .. 1000).
 struct ScrollGraph : ZoomGraph {
