@@ -114,24 +114,6 @@ TEST(AxisLayout, ZeroOriginCrossesAtZeroAndDropsTheZeroLabels) {
   EXPECT_NEAR(x->y() + x->OriginY(), da.y() + da.height() - 1, 1.0);
 }
 
-TEST(AxisTicks, LabelsOfARoundRange) {
-  Fixture f(0, 10, 0, 1);
-  TQyAxis* x = f.X();
-  QStringList texts;
-  for (int i = 0; i < x->LabelCount(); ++i) texts << x->Label(i).PlainText();
-  // Labels at every second unit fit on ~500 pixels; at every unit they would too, but never
-  // closer than the label width.
-  ASSERT_GE(texts.size(), 3);
-  EXPECT_EQ(texts.front(), "0");
-  EXPECT_EQ(texts.back(), "10");
-  // Tick positions grow along the axis and the major flags hold the labelled ones.
-  const TQySingleVector& ticks = x->TickPositions();
-  for (int i = 1; i < ticks.Count(); ++i) EXPECT_GT(ticks[i], ticks[i - 1]);
-  int majors = 0;
-  for (int i = 0; i < ticks.Count(); ++i) majors += x->MajorFlags()[i];
-  EXPECT_GE(majors, texts.size());
-}
-
 TEST(AxisSetters, RecordCompareAndClamp) {
   QyFakeRecorder rec;
   QyTestGraph f;

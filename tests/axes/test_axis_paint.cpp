@@ -96,16 +96,21 @@ TEST(AxisPaint, AnAxisOutsideAGraphDrawsItself) {
   EXPECT_FALSE(dev.WithText("10").empty());
 }
 
-// A caption that shows a value of a series follows it: the series tells the axis.
+// Captions that show values of a series (its caption and name) follow them: the series tells the
+// axis, so that the next picture lays out the new width, and the graph title.
 TEST(AxisCaption, FollowsTheValuesItShows) {
   QyTestGraph f;
   TQyLineSeries* s = f.AddSeries({0, 1}, {0, 1});
   s->SetCaption("Pressure");
   f.Y()->SetCaption("<%Form1.Series1.Caption%>");
+  f.graph->SetCaptionVisible(true);
+  f.graph->SetCaption("<%Form1.Series1.Caption%> / <%Form1.Series1.Name%>");
   f.Render();
   EXPECT_EQ(f.Y()->CaptionObject()->PlainText(), "Pressure");
+  EXPECT_EQ(f.graph->CaptionObject()->PlainText(), "Pressure / Series1");
   s->SetCaption("Flow");
-  EXPECT_TRUE(f.Y()->NeedsCalc()); // told, so that the next picture lays out the new width
+  EXPECT_TRUE(f.Y()->NeedsCalc());
+  EXPECT_EQ(f.graph->CaptionObject()->PlainText(), "Flow / Series1");
   f.Render();
   EXPECT_EQ(f.Y()->CaptionObject()->PlainText(), "Flow");
 }

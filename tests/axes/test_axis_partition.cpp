@@ -35,7 +35,10 @@ TEST(AxisPartition, RoundRangeFindsTheFirstCandidateThatNoLongerFits) {
   EXPECT_EQ(f.Labels(), QStringList({"0", "2", "4", "6", "8", "10"}));
   // Minor ticks every 0.2, majors at each whole number.
   ASSERT_EQ(a->TickPositions().Count(), 51);
-  for (int i = 0; i < 51; ++i) EXPECT_EQ(bool(a->MajorFlags()[i]), i % 5 == 0) << i;
+  for (int i = 0; i < 51; ++i) {
+    EXPECT_EQ(bool(a->MajorFlags()[i]), i % 5 == 0) << i;
+    EXPECT_NEAR(a->TickPositions()[i], a->NumberToWorld(0.2 * i), 1e-3) << i;
+  }
   EXPECT_EQ(std::pair(a->MajorIncrement(), a->MinorIncrement()), std::pair(1.0, 0.2));
   // Labels stand at their ticks, below the axis line.
   EXPECT_NEAR(a->Label(1).X, a->NumberToWorld(2), 0.01);

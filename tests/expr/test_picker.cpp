@@ -1,14 +1,11 @@
 // The picker contents of the caption dialogs: trees of dotted names and the function list.
 #include "ExprTestUtil.h"
-#include <QWidget>
 
 namespace {
-class ExprPicker : public testing::Test {
+class ExprPicker : public ExprForm {
 protected:
   void SetUp() override {
-    form.setObjectName("Form1");
-    graph = new QObject(&form);
-    graph->setObjectName("Graph1");
+    ExprForm::SetUp();
     series = new QObject(graph);
     series->setObjectName("Series1");
     RegisterDoubleVariable(graph, "Width", "", [] { return 1.0; });
@@ -32,8 +29,6 @@ protected:
     walk(model.invisibleRootItem());
     return paths;
   }
-  QWidget form;
-  QObject* graph = nullptr;
   QObject* series = nullptr;
 };
 } // namespace

@@ -1,20 +1,12 @@
 // Caption placeholders: strings, numeric expressions with formats, escapes, recursion.
 #include "QyExpect.h"
 #include "ExprTestUtil.h"
-#include <QWidget>
 
 namespace {
-class CaptionUser : public QObject, public IQyVariablesUser {
-public:
-  void VariablesChanged() override {}
-};
-
-class ExprPlaceholders : public testing::Test {
+class ExprPlaceholders : public ExprForm {
 protected:
   void SetUp() override {
-    form.setObjectName("Form1");
-    graph = new QObject(&form);
-    graph->setObjectName("Graph1");
+    ExprForm::SetUp();
     RegisterStringVariable(graph, "Name", "Internal name of the graph control", [this] { return graph->objectName(); });
     RegisterStringVariable(graph, "Caption", "", [this] { return caption; });
     RegisterDoubleVariable(graph, "Mean", "", [] { return 2.5; });
@@ -22,8 +14,6 @@ protected:
   void TearDown() override { RemoveVariablesOfOwner(graph); }
   QString Parse(const QString& s) { return ParseVariables(s, &user); }
 
-  QWidget form;
-  QObject* graph = nullptr;
   QString caption = "Pressure";
   CaptionUser user;
 };

@@ -1,17 +1,9 @@
 // The process-wide registers: replacing and removing entries, qualified names, values of other
 // objects inside formulas, and the dependants that are told to parse again.
 #include "ExprTestUtil.h"
-#include <QWidget>
 #include <memory>
 
 namespace {
-// An object whose captions use registered values; counts the requests to parse again.
-class CaptionUser : public QObject, public IQyVariablesUser {
-public:
-  int Updates = 0;
-  void VariablesChanged() override { ++Updates; }
-};
-
 // A form holding one offering object ("Series1") that keeps a dependants list, and cleans the
 // global registers after each test.
 class ExprRegisters : public testing::Test {

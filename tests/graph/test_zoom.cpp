@@ -1,4 +1,5 @@
-// Zoom, pan and wheel on a live graph: real mouse, wheel and key events sent to a shown widget.
+// Zoom, pan, wheel and scroll bars on a live graph: real mouse, wheel and key events sent to a
+// shown widget.
 #include "QyExpect.h"
 #include "QyFakeRecorder.h"
 #include "QyTestGraph.h"
@@ -20,12 +21,14 @@ using QyShift::ssLeft;
 using QyShift::ssRight;
 using QyShift::ssShift;
 
-// A graph of y = x on 0 .. 100 whose ends are the data's (no rounding), shown offscreen.
+// A graph of y = x on 0 .. 100 (or 1 .. 1000 on a logarithmic X) whose ends are the data's (no
+// rounding), shown offscreen.
 struct ZoomGraph : QyTestGraph {
-  ZoomGraph() {
-    std::vector<double> v(101);
-    for (int i = 0; i <= 100; ++i) v[size_t(i)] = i;
+  explicit ZoomGraph(bool logX = false) {
+    std::vector<double> v;
+    for (int i = 0; i <= 100; ++i) v.push_back(logX ? std::pow(10.0, i * 0.03) : i);
     AddSeries(v, v);
+    if (logX) X()->SetScaling(TQyAxisScaling::Log);
     for (TQyAxis* a : {X(), Y()}) a->SetEndRounding(TQyAxisEndRounding::RndNothing);
     form->resize(graph->size());
     form->show();
@@ -254,8 +257,7 @@ TEST(Zoom, OptimizeSeriesShrinksToTheDataOrLeavesAll) {
   EXPECT_EQ(t.graph->GetCurrentZoomStage(), 1);
 }
 
-// A stack refuses redo at its newest stage and back at stage 0; a ring wraps both ways. After
-// going back, a new zoom drops the redo entries of the starts only (kept as it stands).
+// A stack refuses redo at its newest stage and back at stage 0; a ring wraps both ways.
 TEST(Zoom, StackAndRingAnswers) {
   for (auto type : {TQyZoomBufferType::AsStack, TQyZoomBufferType::AsCircularBuffer}) {
     const bool ring = type == TQyZoomBufferType::AsCircularBuffer;
@@ -276,21 +278,6 @@ TEST(Zoom, StackAndRingAnswers) {
     t.graph->ZoomBack();
     EXPECT_EQ(t.graph->GetCurrentZoomStage(), ring ? 2 : 0);
   }
-  ZoomGraph t;
-  t.graph->ZoomTo(t.At(10, 90), t.At(90, 10));
-  t.Settle();
-  t.graph->ZoomTo(t.At(20, 80), t.At(80, 20));
-  t.Settle();
-  t.graph->ZoomBack();
-  t.graph->ZoomBack();
-  t.Settle();
-  t.graph->ZoomTo(t.At(30, 70), t.At(70, 30));
-  t.Settle();
-  EXPECT_EQ(t.graph->GetCurrentZoomStage(), 1);
-  EXPECT_EQ(t.graph->GetZoomBufferSize(), 2); // two starts were cut ...
-  t.ExpectEnds(t.X(), 30, 70, 0.3);
-  t.graph->ZoomBack(); // ... and stage 0 still reads the unzoomed range
-  t.ExpectEnds(t.X(), 0, 100, 1e-9);
 }
 
 // A press with the same keys but another button, or an extra key, starts nothing; the reset
@@ -373,18 +360,124 @@ TEST(Zoom, CoupledGraphsStayAligned) {
   EXPECT_EQ(child->GetCurrentZoomStage(), 0);
 }
 
-// A moving slit turns zooming and its direction's scroll bar off, in the same undo entry.
-TEST(Zoom, MovingSlitTurnsZoomingOffInOneUndoEntry) {
-  QyTestGraph t;
-  TQyUndoStack stack;
-  t.graph->SetUndoStack(&stack);
-  t.X()->SetStopEnd(TQyAxisEnd::MovingSlit);
-  TQyZoomSettings* z = t.graph->GetZoom();
-  EXPECT_FALSE(z->GetAuto());
-  EXPECT_FALSE(z->GetHScrollbarVisible());
-  EXPECT_TRUE(z->GetVScrollbarVisible());
-  stack.Undo();
-  EXPECT_EQ(t.X()->GetStopEnd(), TQyAxisEnd::AutoRange);
-  EXPECT_TRUE(z->GetAuto());
-  EXPECT_TRUE(z->GetHScrollbarVisible());
+namespace {
+// The graph zoomed to the window 40 .. 60 of 0 .. 100 (or one decade, 10 .. 100, of 1 .. 1000).
+struct ScrollGraph : ZoomGraph {
+  explicit ScrollGraph(bool logX = false) : ZoomGraph(logX) {
+    for (TQyAxis* a : {X(), Y()}) a->ZoomIn(logX && a == X() ? 10 : 40, logX && a == X() ? 100 : 60);
+    Settle();
+  }
+  TQyGraphScrollBars* Bars() const { return graph->findChild<TQyGraphScrollBars*>(); }
+  void Scroll(bool horizontal, TQyScrollCode code, int pos = 0) {
+    Bars()->Scroll(horizontal ? Bars()->Horizontal() : Bars()->Vertical(), code, pos);
+    Settle();
+  }
+};
+} // namespace
+
+// The bars show while an axis hides data, each only if its setting allows; the thumb is the
+// visible part of the unzoomed range.
+TEST(ZoomScroll, BarsShowWhileDataIsHidden) {
+  ScrollGraph t;
+  QScrollBar* h = t.Bars()->Horizontal();
+  QScrollBar* v = t.Bars()->Vertical();
+  EXPECT_TRUE(h->isVisible());
+  EXPECT_TRUE(v->isVisible());
+  EXPECT_EQ(h->pageStep(), 2000);
+  EXPECT_EQ(h->maximum(), 8000);
+  EXPECT_EQ(h->value(), 4000);
+  EXPECT_EQ(v->value(), 4000); // 10000 - position of the stop: the top shows the high values
+  EXPECT_LE(h->geometry().bottom(), t.graph->height());
+  EXPECT_GE(h->geometry().top(), t.graph->DataArea().bottom());
+  t.graph->GetZoom()->SetHScrollbarVisible(false);
+  t.graph->Modified();
+  t.Settle();
+  EXPECT_FALSE(h->isVisible());
+  EXPECT_TRUE(v->isVisible());
+  t.graph->ZoomReset();
+  t.Settle();
+  EXPECT_FALSE(v->isVisible());
+}
+
+// Each code on straight, twisted and logarithmic axes: pages move by the window and make a stage;
+// a line moves without one; codes that move nothing add no stage; at the end of the data the
+// window keeps its width.
+TEST(ZoomScroll, CodesOnStraightTwistedAndLogAxes) {
+  using C = TQyScrollCode;
+  const struct { const char* name; bool horizontal, twisted, log; C code; double start, stop; int stages; } rows[] = {
+      {"page right", true, false, false, C::PageDown, 60, 80, 1},
+      {"page left", true, false, false, C::PageUp, 20, 40, 1},
+      {"page right, twisted", true, true, false, C::PageDown, 20, 40, 1},
+      {"page down", false, false, false, C::PageDown, 20, 40, 1},
+      {"page down, twisted", false, true, false, C::PageDown, 60, 80, 1},
+      {"line right", true, false, false, C::LineDown, 60, 80, 0},
+      {"end of scroll", true, false, false, C::EndScroll, 40, 60, 0},
+      {"position report", true, false, false, C::Position, 40, 60, 0},
+      {"top", true, false, false, C::Top, 40, 60, 0},
+      {"page right, log", true, false, true, C::PageDown, 100, 1000, 1},
+  };
+  for (const auto& r : rows) {
+    SCOPED_TRACE(r.name);
+    ScrollGraph t(r.log);
+    TQyAxis* a = r.horizontal ? t.X() : t.Y();
+    a->SetTwisted(r.twisted);
+    t.graph->GetZoom()->SetScrollSmallIncrement(TQyScrollIncrement::Page);
+    t.Settle();
+    const int stage = t.graph->GetCurrentZoomStage();
+    t.Scroll(r.horizontal, r.code);
+    const double tol = r.log ? 1e-6 * r.stop : 1e-9;
+    EXPECT_NEAR(a->GetStart(), r.start, tol);
+    EXPECT_NEAR(a->GetStop(), r.stop, tol);
+    EXPECT_EQ(t.graph->GetCurrentZoomStage() - stage, r.stages);
+    EXPECT_EQ(t.graph->GetZoomBufferSize() - 1, t.graph->GetCurrentZoomStage()); // every axis aligned
+    EXPECT_EQ(t.X()->GetZoomBufferSize(), t.Y()->GetZoomBufferSize());
+    // Two more pages run into the end of the data: the window keeps its width.
+    t.Scroll(r.horizontal, r.code == C::PageUp ? C::PageUp : C::PageDown);
+    t.Scroll(r.horizontal, r.code == C::PageUp ? C::PageUp : C::PageDown);
+    const double width = r.log ? std::log10(a->GetStop() / a->GetStart()) : a->GetStop() - a->GetStart();
+    EXPECT_NEAR(width, r.log ? 1 : 20, 1e-6);
+  }
+}
+
+// Dragging the thumb is a track: the axes follow its position (only the ticks are laid out), and
+// the release ends it with a whole layout, adding no stage.
+TEST(ZoomScroll, TrackFollowsTheThumb) {
+  ScrollGraph t;
+  QScrollBar* h = t.Bars()->Horizontal();
+  const QRectF area = t.graph->DataArea();
+  const int stage = t.graph->GetCurrentZoomStage();
+  h->setSliderDown(true);
+  h->setSliderPosition(2500);
+  EXPECT_TRUE(t.graph->IsPanning());
+  t.Settle();
+  EXPECT_NEAR(t.X()->GetStart(), 25, 1e-9);
+  EXPECT_NEAR(t.X()->GetStop(), 45, 1e-9);
+  EXPECT_EQ(t.graph->DataArea(), area);
+  h->setSliderDown(false);
+  EXPECT_FALSE(t.graph->IsPanning());
+  t.Settle();
+  EXPECT_EQ(t.graph->GetCurrentZoomStage(), stage);
+  EXPECT_NEAR(t.X()->GetStart(), 25, 1e-9);
+}
+
+// A pixel step moves by one pixel without a stage, from the bar's arrow too; with ends rounded
+// to ticks it still moves, both ways, to the next tick.
+TEST(ZoomScroll, PixelStepsMoveWithoutAStage) {
+  ScrollGraph t;
+  t.graph->GetZoom()->SetScrollSmallIncrement(TQyScrollIncrement::Pixel);
+  QScrollBar* h = t.Bars()->Horizontal();
+  const int stage = t.graph->GetCurrentZoomStage();
+  const double start = t.X()->GetStart(), pixel = t.X()->Scale();
+  QTest::mouseClick(h, Qt::LeftButton, {}, QPoint(h->width() - 3, h->height() / 2));
+  t.Settle();
+  EXPECT_NEAR(t.X()->GetStart(), start + pixel, 1e-9);
+  EXPECT_EQ(t.graph->GetCurrentZoomStage(), stage);
+  t.X()->SetEndRounding(TQyAxisEndRounding::RndToMinor);
+  t.Settle();
+  const double rounded = t.X()->GetStart(), width = t.X()->GetStop() - rounded, minor = t.X()->MinorIncrement();
+  t.Scroll(true, TQyScrollCode::LineUp);
+  EXPECT_NEAR(t.X()->GetStart(), rounded - minor, 1e-9);
+  EXPECT_NEAR(t.X()->GetStop() - t.X()->GetStart(), width, 1e-9);
+  t.Scroll(true, TQyScrollCode::LineDown);
+  EXPECT_NEAR(t.X()->GetStart(), rounded, 1e-9);
 }

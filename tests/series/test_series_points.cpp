@@ -154,16 +154,3 @@ TEST(SeriesPoints, NonFiniteValuesAreNeverDrawn) {
   EXPECT_EQ(drawn(), (std::vector<int>{0, 2, 4}));
   EXPECT_EQ(s->LimitMaxY(), 6);
 }
-
-// A series publishes its name and caption; a graph title that shows the caption follows it.
-TEST(SeriesData, CaptionIsAVariableForOtherCaptions) {
-  QyTestGraph f;
-  TQyLineSeries* s = f.AddSeries({0, 1}, {0, 1});
-  s->SetCaption("Pressure");
-  f.graph->SetCaptionVisible(true);
-  f.graph->SetCaption("<%Form1.Series1.Caption%> / <%Form1.Series1.Name%>");
-  f.Render();
-  EXPECT_EQ(f.graph->CaptionObject()->PlainText(), "Pressure / Series1");
-  s->SetCaption("Flow");
-  EXPECT_EQ(f.graph->CaptionObject()->PlainText(), "Flow / Series1");
-}

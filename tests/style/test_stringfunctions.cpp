@@ -146,7 +146,8 @@ TEST(StringFunctionsExtract, EraseToNumber) {
   }
 }
 
-// Each row reads numbers one after the other from the text; after each, the text is what is left.
+// Each row reads numbers one after the other from the text; after each, the text is what is left
+// (not checked where `rest` is null). Texts without a number raise the conversion error.
 struct ExtractStep {
   double value; // NaN: not a number
   const char* rest;
@@ -155,62 +156,54 @@ struct ExtractCase {
   const char* text;
   std::vector<ExtractStep> steps;
 };
-
-TEST(StringFunctionsExtract, ExtractOneIntReadsAndDeletes) {
-  const ExtractCase cases[] = {
-      {"abc 12 def", {{12, " def"}}},
-      {"x-5y", {{-5, "y"}}},
-      {"12-3", {{12, "-3"}, {-3, ""}}}, // a run that is no integer: the part before the bad position
-      {"+-5", {{-5, nullptr}}},
-      {"1e5", {{1, "e5"}}},
-      {"a - b 7", {{7, nullptr}}}};
+template <class F>
+void ExpectExtraction(F extract, std::initializer_list<ExtractCase> cases, std::initializer_list<const char*> bad) {
   for (const auto& c : cases) {
     QString s = c.text;
     for (const auto& step : c.steps) {
-      EXPECT_EQ(ExtractOneInt(s), step.value) << c.text;
-      if (step.rest) {
-        EXPECT_EQ(s.toStdString(), step.rest) << c.text;
-      }
-    }
-  }
-  for (const char* text : {"", "abc", "- +", "99999999999"}) {
-    QString s = text;
-    EXPECT_THROW(ExtractOneInt(s), EConvertError) << "'" << text << "'";
-  }
-  QString s = "x 99999999999";
-  EXPECT_EQ(QyMessageOf<EConvertError>([&] { ExtractOneInt(s); }), "'99999999999' is not a valid integer value");
-}
-
-TEST(StringFunctionsExtract, ExtractOneDoubleReadsAndDeletes) {
-  const double NaN = std::nan("");
-  const ExtractCase cases[] = {
-      {"x=1.5 y=2", {{1.5, "2"}, {2, ""}}}, // erased to the next number
-      {"(-.5; 2.5e-3)", {{-0.5, nullptr}, {0.0025, ""}}},
-      {"Temperature 5", {{5, nullptr}}},
-      {"NAN;3", {{NaN, "3"}, {3, nullptr}}},
-      {"a nan", {{NaN, ""}}},
-      {"NaN5", {{NaN, "5"}}},
-      {"-NAN", {{NaN, nullptr}}}, // the sign alone starts no number
-      // Partial parses.
-      {"1.5.3", {{1.5, ".3"}, {0.3, nullptr}}},
-      {"1e5e3", {{1e5, "3"}}}, // "e3" is an exponent left over and is erased
-      {"1e", {{1, ""}}},
-      {"2-3", {{2, nullptr}, {-3, nullptr}}},
-      {"7.", {{7, nullptr}}}};
-  for (const auto& c : cases) {
-    QString s = c.text;
-    for (const auto& step : c.steps) {
-      const double v = ExtractOneDouble(s);
+      const double v = extract(s);
       EXPECT_TRUE(std::isnan(step.value) ? std::isnan(v) : v == step.value) << c.text << " gave " << v;
       if (step.rest) {
         EXPECT_EQ(s.toStdString(), step.rest) << c.text;
       }
     }
   }
-  for (const char* text : {"", "abc", "e", "1e400"}) {
+  for (const char* text : bad) {
     QString s = text;
-    EXPECT_THROW(ExtractOneDouble(s), EConvertError) << "'" << text << "'";
+    EXPECT_THROW(extract(s), EConvertError) << "'" << text << "'";
   }
+}
+
+TEST(StringFunctionsExtract, ExtractOneIntReadsAndDeletes) {
+  ExpectExtraction([](QString& s) { return double(ExtractOneInt(s)); },
+                   {{"abc 12 def", {{12, " def"}}},
+                    {"x-5y", {{-5, "y"}}},
+                    {"12-3", {{12, "-3"}, {-3, ""}}}, // a run that is no integer: the part before the bad position
+                    {"+-5", {{-5, nullptr}}},
+                    {"1e5", {{1, "e5"}}},
+                    {"a - b 7", {{7, nullptr}}}},
+                   {"", "abc", "- +", "99999999999"});
+  QString s = "x 99999999999";
+  EXPECT_EQ(QyMessageOf<EConvertError>([&] { ExtractOneInt(s); }), "'99999999999' is not a valid integer value");
+}
+
+TEST(StringFunctionsExtract, ExtractOneDoubleReadsAndDeletes) {
+  const double NaN = std::nan("");
+  ExpectExtraction(ExtractOneDouble,
+                   {{"x=1.5 y=2", {{1.5, "2"}, {2, ""}}}, // erased to the next number
+                    {"(-.5; 2.5e-3)", {{-0.5, nullptr}, {0.0025, ""}}},
+                    {"Temperature 5", {{5, nullptr}}},
+                    {"NAN;3", {{NaN, "3"}, {3, nullptr}}},
+                    {"a nan", {{NaN, ""}}},
+                    {"NaN5", {{NaN, "5"}}},
+                    {"-NAN", {{NaN, nullptr}}}, // the sign alone starts no number
+                    // Partial parses.
+                    {"1.5.3", {{1.5, ".3"}, {0.3, nullptr}}},
+                    {"1e5e3", {{1e5, "3"}}}, // "e3" is an exponent left over and is erased
+                    {"1e", {{1, ""}}},
+                    {"2-3", {{2, nullptr}, {-3, nullptr}}},
+                    {"7.", {{7, nullptr}}}},
+                   {"", "abc", "e", "1e400"});
   QString s = "v 1e999";
   EXPECT_EQ(QyMessageOf<EConvertError>([&] { ExtractOneDouble(s); }), "'1e999' is not a valid floating point value");
 }

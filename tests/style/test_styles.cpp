@@ -93,20 +93,20 @@ TEST(StyleObjects, DefaultsCaptionsAndTheSetterPattern) {
   for (auto [object, rows] : objects) CheckRows(*object, *rows, calls);
 }
 
-TEST(StyleObjects, WithoutStackOrCallback) {
+// A replaying stack records nothing, a missing callback is allowed; a nested gradient records
+// itself and calls its owner back.
+TEST(StyleObjects, ReplayMissingCallbackAndNestedGradient) {
   QyFakeRecorder recorder;
-  TQyLineSettings line(nullptr); // a missing callback is allowed
+  TQyLineSettings line(nullptr);
   line.SetWidth(4);
   line.SetUndoStack(&recorder);
-  recorder.Recording = false; // the stack replaying: nothing recorded
+  recorder.Recording = false;
   line.SetWidth(5);
   EXPECT_TRUE(recorder.Pushes.empty());
   EXPECT_FLOAT_EQ(line.GetWidth(), 5);
-}
 
-TEST(StyleObjects, NestedGradientRecordsAndCallsTheOwnerBack) {
+  recorder.Recording = true;
   int calls = 0;
-  QyFakeRecorder recorder;
   TQyAreaSettings area([&calls] { ++calls; });
   area.SetUndoStack(&recorder);
   area.GetGradient()->SetVisible(true);
@@ -135,15 +135,13 @@ TEST(StyleObjects, AssignCopiesValuesAndNestedSettings) {
   arrow.Assign(source);
   EXPECT_EQ(std::tuple(arrow.GetColor(), arrow.GetVisible(), arrow.GetPointLength()),
             std::tuple(0xFF123456u, false, 8.0f));
-}
 
-TEST(StyleObjects, AssignRecordsLikeAnyChange) {
-  QyFakeRecorder recorder;
-  TQyPointSymbolSettings source(nullptr), target(nullptr);
-  source.SetSize(20);
-  target.SetUndoStack(&recorder);
-  target.Assign(source);
-  ASSERT_EQ(recorder.Pushes.size(), 1u); // only the one value that differs
+  QyFakeRecorder recorder; // Assign records only the values that differ
+  TQyPointSymbolSettings symbol(nullptr), into(nullptr);
+  symbol.SetSize(20);
+  into.SetUndoStack(&recorder);
+  into.Assign(symbol);
+  ASSERT_EQ(recorder.Pushes.size(), 1u);
   EXPECT_EQ(recorder.Pushes[0].caption, "Point symbol size");
 }
 

@@ -54,22 +54,20 @@ TEST(UndoFiles, ThreeConsecutiveFreeNamesRemovedOnDestruction) {
   }
   QStringList names;
   {
-    FileLogs logs(dir.path());
-    TQyUndoStack& stack = logs.stack;
-    TQyLineSettings& line = logs.line;
-    line.SetWidth(2);
-    line.SetWidth(3);
-    names = stack.LogFileNames();
+    FileLogs f(dir.path());
+    f.line.SetWidth(2);
+    f.line.SetWidth(3);
+    names = f.stack.LogFileNames();
     ASSERT_EQ(names.size(), 3);
     for (int i = 0; i < 3; ++i) {
       EXPECT_EQ(names[i], dir.path() + "/" + stem + ".QyUndoStack." + QString::number(i + 1));
       EXPECT_TRUE(QFileInfo::exists(names[i]));
     }
     EXPECT_GT(QFileInfo(names[0]).size(), 0);
-    stack.Undo(1);
-    EXPECT_EQ(line.GetWidth(), 1.0f);
-    stack.Redo(1);
-    EXPECT_EQ(line.GetWidth(), 3.0f);
+    f.stack.Undo(1);
+    EXPECT_EQ(f.line.GetWidth(), 1.0f);
+    f.stack.Redo(1);
+    EXPECT_EQ(f.line.GetWidth(), 3.0f);
   }
   for (const QString& n : names) EXPECT_FALSE(QFileInfo::exists(n));
   QFile f(taken);
@@ -106,18 +104,16 @@ TEST(UndoFiles, UnusableTempFolderFailsClearlyAndTheModelKeepsItsState) {
   // sent the logs to the root of the file system).
   for (const QString& folder : {QString("/proc/self"), scratch.path() + "/missing/folder"}) {
     FileLogs f(folder);
-    TQyUndoStack& stack = f.stack;
-    TQyLineSettings& line = f.line;
     try {
-      line.SetWidth(5);
+      f.line.SetWidth(5);
       ADD_FAILURE() << "no exception for " << folder.toStdString();
     } catch (const EStreamError& e) {
       const QString shown = QFileInfo::exists(folder) ? QDir(folder).canonicalPath() : folder;
       EXPECT_TRUE(e.Message().startsWith("Cannot create file \"" + shown + "/")) << e.what();
       EXPECT_TRUE(e.Message().contains(".QyUndoStack.0\". "));
     }
-    EXPECT_EQ(line.GetWidth(), 1.0f) << "the setter did not store the value";
-    EXPECT_FALSE(stack.CanUndo());
+    EXPECT_EQ(f.line.GetWidth(), 1.0f) << "the setter did not store the value";
+    EXPECT_FALSE(f.stack.CanUndo());
   }
   EXPECT_TRUE(QDir("/").entryList({"*.QyUndoStack.*"}, QDir::Files).isEmpty());
 }
@@ -125,9 +121,7 @@ TEST(UndoFiles, UnusableTempFolderFailsClearlyAndTheModelKeepsItsState) {
 TEST(UndoFiles, FullMediumFailsTheWriteAndKeepsEarlierEntries) {
   FileLogs f;
   ASSERT_TRUE(f.dir.isValid());
-  TQyUndoStack& stack = f.stack;
-  TQyLineSettings& line = f.line;
-  line.SetWidth(2);
+  f.line.SetWidth(2);
 
   TQyDoubleVector v;
   v.AddRange(std::vector<double>(100000, 1.5)); // 800 kB of data
@@ -139,7 +133,7 @@ TEST(UndoFiles, FullMediumFailsTheWriteAndKeepsEarlierEntries) {
   ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
   bool thrown = false;
   try {
-    stack.PushVectorState(&v, "Data");
+    f.stack.PushVectorState(&v, "Data");
   } catch (const EWriteError& e) {
     thrown = true;
     EXPECT_EQ(e.Message(), "Stream write error");
@@ -147,27 +141,25 @@ TEST(UndoFiles, FullMediumFailsTheWriteAndKeepsEarlierEntries) {
   setrlimit(RLIMIT_FSIZE, &old);
   std::signal(SIGXFSZ, oldHandler);
   EXPECT_TRUE(thrown);
-  EXPECT_EQ(stack.UndoList().Count(), 1) << "the failed record left no entry";
+  EXPECT_EQ(f.stack.UndoList().Count(), 1) << "the failed record left no entry";
   EXPECT_EQ(v.Count(), 100000);
-  stack.Undo(0);
-  EXPECT_EQ(line.GetWidth(), 1.0f) << "the earlier entry is intact";
-  stack.PushVectorState(&v, "Data"); // room again
-  EXPECT_EQ(stack.UndoList().Count(), 1);
+  f.stack.Undo(0);
+  EXPECT_EQ(f.line.GetWidth(), 1.0f) << "the earlier entry is intact";
+  f.stack.PushVectorState(&v, "Data"); // room again
+  EXPECT_EQ(f.stack.UndoList().Count(), 1);
 }
 
 TEST(UndoFiles, ManyChangesStayWithinTheLimit) {
   for (bool memory : {true, false}) {
     FileLogs f({}, memory);
-    TQyUndoStack& stack = f.stack;
-    TQyLineSettings& line = f.line;
     qint64 largest = 0;
     for (int i = 0; i < 100000; ++i) {
-      line.SetWidth(float(i % 7 + 2) + (line.GetWidth() == float(i % 7 + 2) ? 0.5f : 0.0f));
-      if (i % 3 == 0) stack.Undo(0); // undo, redo and new records mixed in
-      if (i % 5 == 0) stack.Redo(0);
-      largest = std::max({largest, stack.UndoStreamSize(), stack.RedoStreamSize()});
+      f.line.SetWidth(float(i % 7 + 2) + (f.line.GetWidth() == float(i % 7 + 2) ? 0.5f : 0.0f));
+      if (i % 3 == 0) f.stack.Undo(0); // undo, redo and new records mixed in
+      if (i % 5 == 0) f.stack.Redo(0);
+      largest = std::max({largest, f.stack.UndoStreamSize(), f.stack.RedoStreamSize()});
     }
-    EXPECT_LE(stack.UndoCount(), 20);
+    EXPECT_LE(f.stack.UndoCount(), 20);
     EXPECT_LT(largest, 20 * 200) << "memory " << memory; // 20 records of well under 200 bytes
   }
 }

@@ -335,13 +335,16 @@ TEST(UndoProperties, EndModesRecordTheEndsTheyChange) {
   EXPECT_EQ(f.X()->GetStopEnd(), TQyAxisEnd::Fixed);
   EXPECT_DOUBLE_EQ(f.X()->GetStart(), 2.0);
   EXPECT_DOUBLE_EQ(f.X()->GetStop(), 8.0);
-  // A moving slit fixes the start end; undo takes that back too.
+  // A moving slit fixes the start end and turns zooming and its direction's scroll bar off; one
+  // undo takes all of that back.
   f.X()->SetStartEnd(TQyAxisEnd::AutoRange);
   f.X()->SetStopEnd(TQyAxisEnd::MovingSlit);
-  EXPECT_EQ(f.X()->GetStartEnd(), TQyAxisEnd::Fixed);
+  TQyZoomSettings* z = f.graph->GetZoom();
+  EXPECT_EQ(std::tuple(f.X()->GetStartEnd(), z->GetAuto(), z->GetHScrollbarVisible(), z->GetVScrollbarVisible()),
+            std::tuple(TQyAxisEnd::Fixed, false, false, true));
   stack.Undo(0);
-  EXPECT_EQ(f.X()->GetStartEnd(), TQyAxisEnd::AutoRange);
-  EXPECT_EQ(f.X()->GetStopEnd(), TQyAxisEnd::Fixed);
+  EXPECT_EQ(std::tuple(f.X()->GetStartEnd(), f.X()->GetStopEnd(), z->GetAuto(), z->GetHScrollbarVisible()),
+            std::tuple(TQyAxisEnd::AutoRange, TQyAxisEnd::Fixed, true, true));
 }
 
 // Settings that move the ends record one entry with the ends: one undo brings the ends of the
