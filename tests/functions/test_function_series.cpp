@@ -203,6 +203,30 @@ TEST(QyMovingAverageSeries, SettingsAndCurve) {
   EXPECT_EQ(s->GetExponentialFactorForN(), 1);
 }
 
+TEST(QyMovingAverageSeries, DataReadInPlaceGiveTheCollectedCurve) {
+  // Stored ascending data are averaged where they stand; the same data through an identity
+  // transformation are collected point by point. Both must give one curve, over the whole data
+  // and over a calculation range whose ends fall on points (bounds included) and between them.
+  const std::vector<double> x = Range(200, 0.25, -10);
+  const std::vector<double> y = Map(x, [](double v) { return std::sin(v) + 0.3 * std::cos(7 * v); });
+  for (auto [start, stop] : {std::pair{0.0, 0.0}, {-5.0, 20.0}, {-4.9, 19.99}}) {
+    QyTestGraph t;
+    auto* inPlace = t.Add<TQyMovingAverage>(x, y);
+    auto* collected = t.Add<TQyMovingAverage>(x, y);
+    collected->YValueTransformation = [](TQySeries*, const TQyTransformEventArgs& a) { return a.Value; };
+    for (TQyMovingAverage* s : {inPlace, collected}) {
+      s->SetAveragingDirection(TQyAveragingDirection::UpAndDownwards);
+      if (start == stop) continue;
+      s->SetAutoStart(false), s->SetAutoStop(false);
+      s->SetCalculationStart(start), s->SetCalculationStop(stop);
+    }
+    t.Render();
+    ASSERT_GT(inPlace->PointCount(), 100);
+    for (double at = -11; at <= 41; at += 0.37)
+      EXPECT_EQ(inPlace->GetY(at), collected->GetY(at)) << start << ".." << stop << " at " << at;
+  }
+}
+
 TEST(QyFunctionSeriesRecord, SettingsSurviveEachMedium) {
   for (int medium = 0; medium < 3; ++medium) {
     QyTestGraph t;
