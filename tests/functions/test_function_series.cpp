@@ -186,6 +186,34 @@ TEST(QyInterpolationSeries, KnotCleanUpAndCounts) {
   QyPrompt::SetHandler(nullptr);
 }
 
+TEST(QyInterpolationSeries, SlopesAndIntegralsDefaultToASecondYAxis) {
+  // Axes of the graph in child order: a horizontal one, a slave, then the one to take.
+  QyTestGraph t;
+  t.Render(); // the primary axes made
+  TQyAxis* axes[3];
+  const std::pair<TQyAxisPosition, bool> kinds[] = {
+      {TQyAxisPosition::Top, false}, {TQyAxisPosition::Right, true}, {TQyAxisPosition::Right, false}};
+  for (int k = 0; k < 3; ++k) {
+    axes[k] = new TQyAxis(t.graph);
+    axes[k]->SetPosition(kinds[k].first);
+    axes[k]->SetIsSlaveAxis(kinds[k].second);
+  }
+  QyTestGraph alone;
+  alone.Render();
+  struct Case { TQySeries* series; QyTestGraph* graph; TQyAxis* y; };
+  const Case cases[] = {{new TQyInterpolation(t.form.get()), &t, t.Y()},
+                        {new TQyDifferential(t.form.get()), &t, axes[2]},
+                        {new TQyIntegral(t.form.get()), &t, axes[2]},
+                        {new TQyDifferential(alone.form.get()), &alone, alone.Y()}};
+  for (const Case& c : cases) {
+    c.series->SetYData(c.graph->Vector({0, 1, 4, 9}));
+    c.series->SetDefaultAxis(c.graph->graph);
+    EXPECT_EQ(c.series->GetXAxis(), c.graph->X()) << c.series->metaObject()->className();
+    EXPECT_EQ(c.series->GetYAxis(), c.y) << c.series->metaObject()->className();
+    EXPECT_EQ(c.series->Graph(), c.graph->graph) << c.series->metaObject()->className(); // joined
+  }
+}
+
 TEST(QyMovingAverageSeries, SettingsAndCurve) {
   QyTestGraph t;
   const std::vector<double> x = Range(30, 1);
