@@ -69,7 +69,8 @@ void AkimaCoeffs(TQyCubicPieces& p) {
   SizeCoefficients(p);
   const int n = p.Count();
   // Secant slopes, two extra at each end: s[j + 2] is the slope of segment j.
-  TDoubleDynArray s(n + 3);
+  TDoubleDynArray& s = p.Work[0];
+  s.resize(n + 3); // every entry is written below
   for (int j = 0; j + 1 < n; ++j) s[j + 2] = (p.A[j + 1] - p.A[j]) / (p.X[j + 1] - p.X[j]);
   s[1] = 2 * s[2] - s[3];
   s[0] = 2 * s[1] - s[2];
@@ -136,7 +137,8 @@ void NormalSplineCoeffs(TQyCubicPieces& p) {
   SizeCoefficients(p);
   const int n = p.Count(), rows = n - 2;
   const TDoubleDynArray& y = p.A;
-  TDoubleDynArray h(n - 1), r(rows), lower(rows), diag(rows), upper(rows);
+  TDoubleDynArray &h = p.Work[0], &r = p.Work[1], &lower = p.Work[2], &diag = p.Work[3], &upper = p.Work[4];
+  h.resize(n - 1), r.resize(rows), lower.resize(rows), diag.resize(rows), upper.resize(rows); // all written
   for (int i = 0; i + 1 < n; ++i) h[i] = p.X[i + 1] - p.X[i];
   for (int i = 0; i < rows; ++i) {
     r[i] = 3 * ((y[i + 2] - y[i + 1]) / h[i + 1] - (y[i + 1] - y[i]) / h[i]);
@@ -169,7 +171,10 @@ void ApproximativeSplineCoeffs(TQyCubicPieces& p, const TDoubleDynArray& w) {
   SizeCoefficients(p);
   const int n = p.Count(), rows = n - 2;
   if (int(w.size()) < n) QyRaiseIndexError(n - 1);
-  TDoubleDynArray h(n - 1), q(n - 1), qq(n - 1), b(n), d(n - 1), c(n);
+  TDoubleDynArray &h = p.Work[0], &q = p.Work[1], &qq = p.Work[2], &b = p.Work[3], &d = p.Work[4],
+                  &c = p.Work[5], &rhs = p.Work[6];
+  h.resize(n - 1), q.resize(n - 1), qq.resize(n - 1), b.resize(n), d.resize(n - 1), c.resize(n), rhs.resize(rows);
+  c[0] = c[n - 1] = 0; // natural ends; the rest is written below
   for (int i = 0; i + 1 < n; ++i) {
     h[i] = p.X[i + 1] - p.X[i];
     q[i] = 1 / h[i];
@@ -178,13 +183,13 @@ void ApproximativeSplineCoeffs(TQyCubicPieces& p, const TDoubleDynArray& w) {
   for (int i = 0; i < n; ++i) b[i] = 6 / w[i];
   for (int i = 1; i + 1 < n; ++i) d[i] = q[i - 1] + q[i];
   // Row i stands for inner knot i + 1; cells 0..4 are the columns i - 2 .. i + 2.
-  TQyBandMatrix m(rows, 2, 2);
+  TQyBandMatrix& m = p.Band;
+  m.Reset(rows);
   for (int i = 0; i < rows; ++i) {
     m(i, 2) = d[i + 1] * d[i + 1] * b[i + 1] + 2 * (h[i] + h[i + 1]) + b[i] * qq[i] + b[i + 2] * qq[i + 1];
     if (i >= 1) m(i, 1) = m(i - 1, 3) = h[i] - b[i] * q[i] * d[i] - b[i + 1] * q[i] * d[i + 1];
     if (i >= 2) m(i, 0) = m(i - 2, 4) = b[i] * q[i - 1] * q[i];
   }
-  TDoubleDynArray rhs(rows);
   for (int i = 0; i < rows; ++i)
     rhs[i] = 3 * ((p.A[i + 2] - p.A[i + 1]) * q[i + 1] - (p.A[i + 1] - p.A[i]) * q[i]);
   SolveBandMatrix(rows, m, rhs);
@@ -193,7 +198,7 @@ void ApproximativeSplineCoeffs(TQyCubicPieces& p, const TDoubleDynArray& w) {
   p.A[0] -= b[0] / 3 * q[0] * (c[1] - c[0]);
   for (int i = 1; i + 1 < n; ++i) p.A[i] -= (c[i - 1] * q[i - 1] - d[i] * c[i] + c[i + 1] * q[i]) * b[i] / 3;
   p.A[n - 1] -= (c[n - 2] - c[n - 1]) * q[n - 2] * b[n - 1] / 3;
-  p.C = c;
+  p.C.swap(c);
   SegmentsFromCurvature(p, h);
 }
 

@@ -2,7 +2,9 @@
 // Piecewise cubics through data: the coefficients of Akima's interpolation, of the cubic spline
 // whose end curvature continues linearly, and of the smoothing spline with natural ends; their
 // value, slope, curvature and integral, and the local extrema of each.
+#include "QyLinearAlgebra.h"
 #include "QyPairedArrays.h"
+#include <array>
 #include <functional>
 #include <vector>
 
@@ -28,6 +30,10 @@ int QySegmentOf(const double* x, int n, double at);
 // slope and curvature are continuous there and extrapolate beyond it.
 struct TQyCubicPieces {
   TDoubleDynArray X, A, B, C, D;
+  // Scratch of the fits, kept with the pieces: a refit over millions of knots reuses its memory
+  // instead of faulting in fresh arrays.
+  std::array<TDoubleDynArray, 7> Work;
+  TQyBandMatrix Band{0, 2, 2};
 
   int Count() const { return int(X.size()); }
   // The segment of x: 0 left of the second knot, the last knot's from the last knot on.
