@@ -68,9 +68,10 @@ bool TQyCalculation::CollectStraight(int n, TDoubleDynArray& x, TDoubleDynArray&
 }
 
 // Strictly ascending X (which excludes NaN) puts the range's points in one run: two bisections.
+// The order of X says nothing of outliers' values, which count when they are shown.
 bool TQyCalculation::ValidInPlace(TQyValidRun& run) {
   const double *xs, *ys, *ws;
-  if (Weight || !Straight(xs, ys, ws) || !XData->GetOnlyAscending()) return false;
+  if (Weight || XData->HasOutliers() || !Straight(xs, ys, ws) || !XData->GetOnlyAscending()) return false;
   const int n = DataCount();
   const double* lo = std::lower_bound(xs, xs + n, Start);
   const double* hi = std::upper_bound(lo, xs + n, Stop);

@@ -41,7 +41,7 @@ protected:
   void CollectValid(TDoubleDynArray& x, TDoubleDynArray& y, TDoubleDynArray& w);
   // The valid points as one run of the stored arrays (w nullptr: weights 1), when they can be read
   // in place: stored values in strictly ascending X, no weight vector, nothing transformed, no
-  // outlier to skip. The caller holds the vectors' read locks while it reads them.
+  // outlier in X, nor one to skip in Y. The caller holds the vectors' read locks while it reads them.
   struct TQyValidRun { const double *X, *Y, *W; int Count; };
   bool ValidInPlace(TQyValidRun& run);
   // Work arrays kept from one calculation to the next: their memory is reused, not faulted in.
