@@ -43,9 +43,9 @@ template <TQyInterpolationMethod Method> void BM_InterpolationRecalculate(benchm
   }
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(BM_InterpolationRecalculate<TQyInterpolationMethod::Akima>)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_InterpolationRecalculate<TQyInterpolationMethod::CubicSpline>)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_InterpolationRecalculate<TQyInterpolationMethod::ApproximativeSpline>)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_InterpolationRecalculate<TQyInterpolationMethod::Akima>)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_InterpolationRecalculate<TQyInterpolationMethod::CubicSpline>)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_InterpolationRecalculate<TQyInterpolationMethod::ApproximativeSpline>)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
 // Only the points: the once-per-pixel sampling of a calculated curve against the points of a
 // line series over the same data (columns of a 1000-pixel axis).
@@ -77,15 +77,26 @@ void BM_MovingAverageKernel(benchmark::State& state) {
 }
 BENCHMARK(BM_MovingAverageKernel)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
 
-// The whole moving-average engine over 10^7 points: collecting, averaging and the Akima pieces.
-void BM_MovingAverageEngine(benchmark::State& state) {
+// The whole moving-average series over 10^7 points: averaging, the curve and its once-per-pixel
+// samples (Y extent and points). Arg 1: every run after the first, whose buffers are reused;
+// Arg 0: a fresh series each time, whose buffers are first touched.
+void BM_MovingAverageRecalculate(benchmark::State& state) {
   TCurveGraph g(10'000'000);
-  TQyMovingAverageCalculation engine;
-  engine.XData = g.x, engine.YData = g.y;
+  auto* s = g.Join<TQyMovingAverage>();
+  g.graph->RenderToImage(g.graph->size(), false);
   for (auto _ : state) {
-    engine.Calculate();
-    benchmark::DoNotOptimize(engine.GetY(5.0));
+    if (!state.range(0)) {
+      state.PauseTiming();
+      delete s;
+      s = g.Join<TQyMovingAverage>();
+      state.ResumeTiming();
+    }
+    s->SetLastCount(0);
+    s->Calculate();
+    s->CalculatePoints();
+    benchmark::DoNotOptimize(s->PointCount());
   }
+  state.SetBytesProcessed(state.iterations() * int64_t(10'000'000) * 2 * sizeof(double));
 }
-BENCHMARK(BM_MovingAverageEngine)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_MovingAverageRecalculate)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 } // namespace

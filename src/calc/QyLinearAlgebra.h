@@ -14,6 +14,11 @@ struct TQyBandMatrix {
   TQyBandMatrix(int rows, int lower, int upper)
       : Rows(rows), Lower(lower), Upper(upper), Cells(std::size_t(rows > 0 ? rows : 0) * Width()) {}
   int Width() const { return Lower + 1 + Upper > 0 ? Lower + 1 + Upper : 0; }
+  // `rows` rows of zeros, in the memory the matrix had.
+  void Reset(int rows) {
+    Rows = rows;
+    Cells.assign(std::size_t(rows > 0 ? rows : 0) * Width(), 0.0);
+  }
   double& operator()(int row, int cell) { return Cells[std::size_t(row) * Width() + cell]; }
   int Rows, Lower, Upper;
   TQyVector Cells;

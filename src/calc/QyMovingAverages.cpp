@@ -42,20 +42,20 @@ private:
   int FLo = 0, FHi = 0;
 };
 
-template <class Weight>
-void Average(const TWindow& win, const double* y, const double* w, int i, double* avg, Weight weight) {
+// One window's average; `weight` gives the distance factor of j, `w` the point's own weight.
+template <class Weight, class PointWeight>
+void Average(const TWindow& win, const double* y, PointWeight w, int i, double* avg, Weight weight) {
   double sumY = 0, sumW = 0;
   for (int j = win.Lo(); j <= win.Hi(); ++j) {
     const double f = weight(j);
-    if (f > 0) sumY += w[j] * y[j] * f, sumW += w[j] * f;
+    if (f > 0) sumY += w(j) * y[j] * f, sumW += w(j) * f;
   }
   if (sumW == 0) throw EInvalidOp(QyText(QyRes::InvalidFloatOperation)); // 0 / 0
   avg[i] = sumY / sumW;
 }
-} // namespace
 
-void MovingAverage(const TQyAveraging& how, const double* x, const double* y, const double* w, int m,
-                   double* avg) {
+template <class PointWeight>
+void AverageAll(const TQyAveraging& how, const double* x, const double* y, PointWeight w, int m, double* avg) {
   const double n = std::fabs(how.N);
   const bool both = how.Direction == TQyAveragingDirection::UpAndDownwards;
   double logFactor = 1.0;
@@ -83,4 +83,12 @@ void MovingAverage(const TQyAveraging& how, const double* x, const double* y, co
     }
     }
   }
+}
+} // namespace
+
+// Without weights every point counts 1: the loop then reads no third array.
+void MovingAverage(const TQyAveraging& how, const double* x, const double* y, const double* w, int m,
+                   double* avg) {
+  if (w) AverageAll(how, x, y, [w](int j) { return w[j]; }, m, avg);
+  else AverageAll(how, x, y, [](int) { return 1.0; }, m, avg);
 }

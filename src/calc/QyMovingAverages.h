@@ -25,7 +25,8 @@ struct TQyAveraging {
   double ExponentialFactor = 0.9;     // weight factor per Span / N of distance (exponential only)
 };
 
-// avg[i] := the weighted average of y about point i for the m points of x (ascending), y and w.
+// avg[i] := the weighted average of y about point i for the m points of x (ascending), y and w
+// (nullptr: every weight 1).
 // The window reaches N points, rounded half to even, or up to and including the first point at
 // distance N or more; it is shorter at the ends, not padded. Span is the window's X width,
 // doubled when it reaches both ways; linear weights fall as 1 - |dx| / Span, exponential ones by

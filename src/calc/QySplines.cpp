@@ -4,13 +4,15 @@
 #include "QyLocalize.h"
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
-int TQyCubicPieces::FindIndex(double x) const {
-  const int n = Count();
-  if (n == 0 || x >= X[n - 1]) return n - 1 < 0 ? 0 : n - 1;
-  // The first knot after x, found by bisection: sampling once per pixel stays cheap.
-  return int(std::upper_bound(X.begin() + 1, X.begin() + n, x) - X.begin()) - 1;
+int QySegmentOf(const double* x, int n, double at) {
+  if (n == 0 || at >= x[n - 1]) return n - 1 < 0 ? 0 : n - 1;
+  // The first knot after `at`, found by bisection: sampling once per pixel stays cheap.
+  return int(std::upper_bound(x + 1, x + n, at) - x) - 1;
 }
+
+int TQyCubicPieces::FindIndex(double x) const { return QySegmentOf(X.data(), Count(), x); }
 
 double TQyCubicPieces::Value(double x) const {
   const int k = FindIndex(x);
@@ -31,11 +33,8 @@ namespace {
 // Sizes B, C, D and sets the last knot's segment as the continuation of the one before it.
 void ContinueLastSegment(TQyCubicPieces& p) {
   const int n = p.Count(), k = n - 2;
-  const double h = p.X[n - 1] - p.X[k];
-  p.A[n - 1] = p.ValueAt(k, h);
-  p.B[n - 1] = p.SlopeAt(k, h);
-  p.C[n - 1] = p.C[k] + 3 * p.D[k] * h;
-  p.D[n - 1] = p.D[k];
+  const TQyCubic last = p.Segment(k).Shifted(p.X[n - 1] - p.X[k]);
+  p.A[n - 1] = last.A, p.B[n - 1] = last.B, p.C[n - 1] = last.C, p.D[n - 1] = last.D;
 }
 
 // Every routine writes each coefficient, so resizing (which keeps the memory of earlier fits) is
@@ -52,28 +51,72 @@ void RequireKnots(const TQyCubicPieces& p, int least) {
 
 // ---- Akima ------------------------------------------------------------------------------------
 
+namespace {
+// The slope at a knot from the four secants around it (m[1] and m[2] meet at the knot).
+double AkimaKnotSlope(const double* m) {
+  const double u = std::fabs(m[3] - m[2]), v = std::fabs(m[1] - m[0]);
+  return (m[0] == m[1] && m[2] == m[3]) ? (m[3] + m[2]) / 2 : (u * m[1] + v * m[2]) / (u + v);
+}
+
+// The segment of width h from value a with slopes b0, b1 at its ends and secant s.
+TQyCubic Hermite(double a, double b0, double b1, double s, double h) {
+  return {a, b0, (3 * s - 2 * b0 - b1) / h, (b0 + b1 - 2 * s) / (h * h)};
+}
+} // namespace
+
 void AkimaCoeffs(TQyCubicPieces& p) {
   RequireKnots(p, 3);
   SizeCoefficients(p);
   const int n = p.Count();
   // Secant slopes, two extra at each end: s[j + 2] is the slope of segment j.
-  TDoubleDynArray s(n + 3);
+  TDoubleDynArray& s = p.Work[0];
+  s.resize(n + 3); // every entry is written below
   for (int j = 0; j + 1 < n; ++j) s[j + 2] = (p.A[j + 1] - p.A[j]) / (p.X[j + 1] - p.X[j]);
   s[1] = 2 * s[2] - s[3];
   s[0] = 2 * s[1] - s[2];
   s[n + 1] = 2 * s[n] - s[n - 1];
   s[n + 2] = 2 * s[n + 1] - s[n];
-  for (int j = 0; j < n; ++j) {
-    const double* m = &s[j]; // the four secants around knot j
-    const double u = std::fabs(m[3] - m[2]), v = std::fabs(m[1] - m[0]);
-    p.B[j] = (m[0] == m[1] && m[2] == m[3]) ? (m[3] + m[2]) / 2 : (u * m[1] + v * m[2]) / (u + v);
-  }
+  for (int j = 0; j < n; ++j) p.B[j] = AkimaKnotSlope(&s[j]); // the four secants around knot j
   for (int j = 0; j + 1 < n; ++j) {
-    const double h = p.X[j + 1] - p.X[j];
-    p.C[j] = (3 * s[j + 2] - 2 * p.B[j] - p.B[j + 1]) / h;
-    p.D[j] = (p.B[j] + p.B[j + 1] - 2 * s[j + 2]) / (h * h);
+    const TQyCubic c = Hermite(p.A[j], p.B[j], p.B[j + 1], s[j + 2], p.X[j + 1] - p.X[j]);
+    p.C[j] = c.C, p.D[j] = c.D;
   }
   ContinueLastSegment(p);
+}
+
+void TQyAkimaCurve::Assign(const double* x, const double* a, int n) {
+  FX = x, FA = a, FN = 0;
+  if (n < 3) throw EMathError(QyText(QyRes::MathNotEnoughPoints));
+  // One pass: widths must be positive, and widths, secants and values finite (v * 0 is NaN otherwise).
+  double poison = 0;
+  for (int j = 0; j + 1 < n; ++j) {
+    const double h = x[j + 1] - x[j];
+    if (!(h > 0)) throw EZeroDivide(QyText(QyRes::ExprFloatZeroDivide));
+    poison += (a[j + 1] - a[j]) / h * 0 + (h + a[j]) * 0;
+  }
+  if (poison != 0 || !std::isfinite(a[n - 1])) throw EOverflow(QyText(QyRes::ExprFloatOverflow));
+  FN = n;
+}
+
+// As AkimaCoeffs extends its secant array: two more at each end, growing by the same step.
+double TQyAkimaCurve::Secant(int j) const {
+  if (j < 0) return 2 * Secant(j + 1) - Secant(j + 2);
+  if (j > FN - 2) return 2 * Secant(j - 1) - Secant(j - 2);
+  return (FA[j + 1] - FA[j]) / (FX[j + 1] - FX[j]);
+}
+
+TQyCubic TQyAkimaCurve::Segment(int k) const {
+  double m[5];
+  for (int i = 0; i < 5; ++i) m[i] = Secant(k - 2 + i);
+  return Hermite(FA[k], AkimaKnotSlope(m), AkimaKnotSlope(m + 1), m[2], FX[k + 1] - FX[k]);
+}
+
+// The last knot's segment continues the one before it, as in TQyCubicPieces.
+double TQyAkimaCurve::Value(double at) const {
+  if (FN < 3) return std::numeric_limits<double>::quiet_NaN();
+  const int k = QySegmentOf(FX, FN, at);
+  if (k < FN - 1) return Segment(k).Value(at - FX[k]);
+  return Segment(k - 1).Shifted(FX[k] - FX[k - 1]).Value(at - FX[k]);
 }
 
 // ---- interpolating cubic spline ---------------------------------------------------------------
@@ -94,7 +137,8 @@ void NormalSplineCoeffs(TQyCubicPieces& p) {
   SizeCoefficients(p);
   const int n = p.Count(), rows = n - 2;
   const TDoubleDynArray& y = p.A;
-  TDoubleDynArray h(n - 1), r(rows), lower(rows), diag(rows), upper(rows);
+  TDoubleDynArray &h = p.Work[0], &r = p.Work[1], &lower = p.Work[2], &diag = p.Work[3], &upper = p.Work[4];
+  h.resize(n - 1), r.resize(rows), lower.resize(rows), diag.resize(rows), upper.resize(rows); // all written
   for (int i = 0; i + 1 < n; ++i) h[i] = p.X[i + 1] - p.X[i];
   for (int i = 0; i < rows; ++i) {
     r[i] = 3 * ((y[i + 2] - y[i + 1]) / h[i + 1] - (y[i + 1] - y[i]) / h[i]);
@@ -127,7 +171,10 @@ void ApproximativeSplineCoeffs(TQyCubicPieces& p, const TDoubleDynArray& w) {
   SizeCoefficients(p);
   const int n = p.Count(), rows = n - 2;
   if (int(w.size()) < n) QyRaiseIndexError(n - 1);
-  TDoubleDynArray h(n - 1), q(n - 1), qq(n - 1), b(n), d(n - 1), c(n);
+  TDoubleDynArray &h = p.Work[0], &q = p.Work[1], &qq = p.Work[2], &b = p.Work[3], &d = p.Work[4],
+                  &c = p.Work[5], &rhs = p.Work[6];
+  h.resize(n - 1), q.resize(n - 1), qq.resize(n - 1), b.resize(n), d.resize(n - 1), c.resize(n), rhs.resize(rows);
+  c[0] = c[n - 1] = 0; // natural ends; the rest is written below
   for (int i = 0; i + 1 < n; ++i) {
     h[i] = p.X[i + 1] - p.X[i];
     q[i] = 1 / h[i];
@@ -136,13 +183,13 @@ void ApproximativeSplineCoeffs(TQyCubicPieces& p, const TDoubleDynArray& w) {
   for (int i = 0; i < n; ++i) b[i] = 6 / w[i];
   for (int i = 1; i + 1 < n; ++i) d[i] = q[i - 1] + q[i];
   // Row i stands for inner knot i + 1; cells 0..4 are the columns i - 2 .. i + 2.
-  TQyBandMatrix m(rows, 2, 2);
+  TQyBandMatrix& m = p.Band;
+  m.Reset(rows);
   for (int i = 0; i < rows; ++i) {
     m(i, 2) = d[i + 1] * d[i + 1] * b[i + 1] + 2 * (h[i] + h[i + 1]) + b[i] * qq[i] + b[i + 2] * qq[i + 1];
     if (i >= 1) m(i, 1) = m(i - 1, 3) = h[i] - b[i] * q[i] * d[i] - b[i + 1] * q[i] * d[i + 1];
     if (i >= 2) m(i, 0) = m(i - 2, 4) = b[i] * q[i - 1] * q[i];
   }
-  TDoubleDynArray rhs(rows);
   for (int i = 0; i < rows; ++i)
     rhs[i] = 3 * ((p.A[i + 2] - p.A[i + 1]) * q[i + 1] - (p.A[i + 1] - p.A[i]) * q[i]);
   SolveBandMatrix(rows, m, rhs);
@@ -151,7 +198,7 @@ void ApproximativeSplineCoeffs(TQyCubicPieces& p, const TDoubleDynArray& w) {
   p.A[0] -= b[0] / 3 * q[0] * (c[1] - c[0]);
   for (int i = 1; i + 1 < n; ++i) p.A[i] -= (c[i - 1] * q[i - 1] - d[i] * c[i] + c[i + 1] * q[i]) * b[i] / 3;
   p.A[n - 1] -= (c[n - 2] - c[n - 1]) * q[n - 2] * b[n - 1] / 3;
-  p.C = c;
+  p.C.swap(c);
   SegmentsFromCurvature(p, h);
 }
 

@@ -3,6 +3,7 @@
 #include "QyExceptions.h"
 #include "QyRounding.h"
 #include "QyVectors.h"
+#include <algorithm>
 #include <cmath>
 
 // ---- the engine -------------------------------------------------------------------------------
@@ -44,22 +45,37 @@ const double* TQyCalculation::StoredValues(TQyCustomDoubleVector* v) {
   return qobject_cast<TQyDoubleVector*>(v) ? v->Data() : nullptr;
 }
 
-// Nothing intervenes (no transformation, no outliers to skip, stored values): one pass over the
-// arrays, which is what a recalculation over millions of values costs at the least.
-bool TQyCalculation::CollectStraight(int n, TDoubleDynArray& x, TDoubleDynArray& y, TDoubleDynArray& w) {
+bool TQyCalculation::Straight(const double*& xs, const double*& ys, const double*& ws) const {
   if (mXValueTransformation || mYValueTransformation || mWeightValueTransformation) return false;
   if (!OutliersVisible && (XData->HasOutliers() || YData->HasOutliers() || (Weight && Weight->HasOutliers())))
     return false;
-  const double* xs = StoredValues(XData);
-  const double* ys = StoredValues(YData);
-  const double* ws = Weight ? StoredValues(Weight) : nullptr;
-  if (!xs || !ys || (Weight && !ws)) return false;
+  xs = StoredValues(XData), ys = StoredValues(YData), ws = Weight ? StoredValues(Weight) : nullptr;
+  return xs && ys && (!Weight || ws);
+}
+
+// Nothing intervenes: one pass over the arrays, which is what a recalculation over millions of
+// values costs at the least.
+bool TQyCalculation::CollectStraight(int n, TDoubleDynArray& x, TDoubleDynArray& y, TDoubleDynArray& w) {
+  const double *xs, *ys, *ws;
+  if (!Straight(xs, ys, ws)) return false;
   for (int i = 0; i < n; ++i) {
     if (!InRange(xs[i])) continue;
     x.push_back(xs[i]);
     y.push_back(ys[i]);
     w.push_back(ws ? std::fabs(ws[i]) : 1.0);
   }
+  return true;
+}
+
+// Strictly ascending X (which excludes NaN) puts the range's points in one run: two bisections.
+// The order of X says nothing of outliers' values, which count when they are shown.
+bool TQyCalculation::ValidInPlace(TQyValidRun& run) {
+  const double *xs, *ys, *ws;
+  if (Weight || XData->HasOutliers() || !Straight(xs, ys, ws) || !XData->GetOnlyAscending()) return false;
+  const int n = DataCount();
+  const double* lo = std::lower_bound(xs, xs + n, Start);
+  const double* hi = std::upper_bound(lo, xs + n, Stop);
+  run = {lo, ys + (lo - xs), nullptr, int(hi - lo)};
   return true;
 }
 

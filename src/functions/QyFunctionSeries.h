@@ -39,11 +39,18 @@ protected:
   int DataCount() const;
   // Xi, Yi and Wi of every valid index, in index order.
   void CollectValid(TDoubleDynArray& x, TDoubleDynArray& y, TDoubleDynArray& w);
+  // The valid points as one run of the stored arrays (w nullptr: weights 1), when they can be read
+  // in place: stored values in strictly ascending X, no weight vector, nothing transformed, no
+  // outlier in X, nor one to skip in Y. The caller holds the vectors' read locks while it reads them.
+  struct TQyValidRun { const double *X, *Y, *W; int Count; };
+  bool ValidInPlace(TQyValidRun& run);
   // Work arrays kept from one calculation to the next: their memory is reused, not faulted in.
   TDoubleDynArray FValidX, FValidY, FValidW;
 
 private:
   static const double* StoredValues(TQyCustomDoubleVector* v);
+  // Stored arrays that need neither a transformation nor a look at outliers, else false.
+  bool Straight(const double*& xs, const double*& ys, const double*& ws) const;
   bool CollectStraight(int n, TDoubleDynArray& x, TDoubleDynArray& y, TDoubleDynArray& w);
   bool Outlier(int idx) const;
   bool InRange(double x) const { return x >= Start && x <= Stop; }

@@ -201,7 +201,7 @@ void TQyInterpolation::SetSmoothPoints(bool on) {
   if (on && Approximative()) return FInterpolation.SetSmoothPoints(on); // only the notice
   AssignToEngine(GetSmoothPoints(), on, QyRes::InterpolationSmoothPoints, "SmoothPoints", [&] {
     FInterpolation.SetSmoothPoints(on);
-    if (GetSmoothingRange() != 0) Recalculate();
+    if (!Approximative() && GetSmoothingRange() != 0) Recalculate(); // else the curve stays as it is
   });
 }
 
@@ -240,6 +240,14 @@ QString TQyInterpolation::GetFormula() const {
 QString TQyDifferential::GetFormula() const {
   return FormulaOf(QyRes::DifferentialFormulaAkima, QyRes::DifferentialFormulaCubic,
                    QyRes::DifferentialFormulaApproximative);
+}
+
+void TQyDifferential::SetDefaultAxis(IQySeriesHost* graph) {
+  TQyInterpolation::SetDefaultAxis(graph);
+  auto* widget = dynamic_cast<QObject*>(graph);
+  if (!widget) return;
+  for (TQyAxis* a : widget->findChildren<TQyAxis*>(Qt::FindDirectChildrenOnly))
+    if (a != graph->GetPrimaryYAxis() && !a->GetHorizontal() && !a->GetIsSlaveAxis()) return SetYAxis(a);
 }
 
 QString TQyIntegral::GetFormula() const {

@@ -119,6 +119,9 @@ public:
   const TQyDoublePointArray& GetMinima() override { return FInterpolation.DifferentialMinima(); }
   const TQyDoublePointArray& GetMaxima() override { return FInterpolation.DifferentialMaxima(); }
   QString GetFormula() const override;
+  // A slope is in other units than its curve: the graph's first vertical axis besides the primary
+  // one that is not a slave axis, if any.
+  void SetDefaultAxis(IQySeriesHost* graph) override;
 };
 
 // The running integral of the interpolated curve from its first knot.

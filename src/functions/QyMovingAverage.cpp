@@ -1,25 +1,41 @@
 #include "QyMovingAverage.h"
 #include "QyExceptions.h"
 #include "QyVectors.h"
+#include <algorithm>
 #include <cmath>
 
 void TQyMovingAverageCalculation::Calculate() {
   RequireVectors();
-  TDoubleDynArray &x = FValidX, &y = FValidY, &w = FValidW;
-  CollectValid(x, y, w);
-  const int m = int(x.size());
-  // Equal X values stay as they are: the interpolation then divides by zero.
-  if (m > 0 && !XData->GetOnlyAscending()) QuickSortYWtoX(0, m - 1, x.data(), y.data(), w.data());
-  TDoubleDynArray& avg = FAverages;
-  avg.resize(m);
-  MovingAverage(Averaging, x.data(), y.data(), w.data(), m, avg.data());
-  FInterpolation.Fit(x, avg, {}, true);
+  FRecalculate = true; // until the curve is set again: it points into the arrays below
+  const double* knots;
+  int m;
+  {
+    const TQyVectorReadLocks hold({XData.data(), YData.data(), Weight.data()});
+    TQyValidRun run;
+    if (ValidInPlace(run)) { // the data in place; only X is kept for the curve
+      m = run.Count;
+      FKnotX.resize(m), FAverages.resize(m);
+      std::copy_n(run.X, m, FKnotX.data());
+      MovingAverage(Averaging, run.X, run.Y, run.W, m, FAverages.data());
+      knots = FKnotX.data();
+    } else {
+      TDoubleDynArray &x = FValidX, &y = FValidY, &w = FValidW;
+      CollectValid(x, y, w);
+      m = int(x.size());
+      // Equal X values stay as they are: the curve then divides by zero.
+      if (m > 0 && !XData->GetOnlyAscending()) QuickSortYWtoX(0, m - 1, x.data(), y.data(), w.data());
+      FAverages.resize(m);
+      MovingAverage(Averaging, x.data(), y.data(), w.data(), m, FAverages.data());
+      knots = x.data();
+    }
+  }
+  FCurve.Assign(knots, FAverages.data(), m);
   FRecalculate = false;
 }
 
 double TQyMovingAverageCalculation::GetY(double atX) {
   if (FRecalculate) Calculate();
-  return FInterpolation.Interpolate(atX);
+  return FCurve.Value(atX);
 }
 
 TQyMovingAverage::TQyMovingAverage(QObject* owner) : TQyFunctionSeries(owner) {

@@ -1,8 +1,9 @@
 #pragma once
 // A smoothed line through data: each valid point's weighted average of its neighbours, joined by
-// an Akima interpolation so that the line can be sampled anywhere.
+// Akima's interpolation so that the line can be sampled anywhere.
 #include "QyInterpolation.h"
 #include "QyMovingAverages.h"
+#include "QyValueStore.h"
 
 class TQyMovingAverageCalculation : public TQyCalculation {
 public:
@@ -10,13 +11,15 @@ public:
   double GetY(double atX);
 
   TQyAveraging Averaging;
-  TQyInterpolationCalculation& Interpolation() { return FInterpolation; }
   void Invalidate() { FRecalculate = true; }
 
 private:
   bool FRecalculate = true;
-  TDoubleDynArray FAverages;
-  TQyInterpolationCalculation FInterpolation; // through the averaged points, Akima
+  // The averaged points, kept between runs for the curve through them: X in FKnotX when the data
+  // were read in place, else the collected FValidX. Stores of huge pages, reused from run to run.
+  TQyValueStore FKnotX, FAverages;
+  // Evaluated where sampled: a fit of every averaged point would cost more than the averaging.
+  TQyAkimaCurve FCurve;
 };
 
 class TQyMovingAverage : public TQyFunctionSeries {

@@ -191,6 +191,12 @@ void TQySeries::LeaveGraph() {
   }
 }
 
+void TQySeries::SetDefaultAxis(IQySeriesHost* graph) {
+  if (!graph) return;
+  SetXAxis(graph->GetPrimaryXAxis());
+  SetYAxis(graph->GetPrimaryYAxis());
+}
+
 // Joins the series to its graph once both axes and a vector are known.
 void TQySeries::TestAllAssigned() {
   if (!FXAxis || !FYAxis || (!FXData && !FYData)) {

@@ -131,6 +131,9 @@ public:
   void SetLayer(int layer);
   void RenumberLayer(int layer) { FLayer = layer; } // renumbering by the graph, not a user change
   IQySeriesHost* Graph() const;
+  // Puts the series on the graph's primary axes, and so into the graph, through the setters. A
+  // kind of series that belongs on another axis by default overrides it.
+  virtual void SetDefaultAxis(IQySeriesHost* graph);
   // The series holds the stack; its setting groups find it through their parent.
   void SetUndoStack(TQyUndoRecorder* recorder) override { SetUndoRecorder(recorder); }
   // Publishes "Name" and "Caption" for captions elsewhere (after construction); derived series

@@ -132,3 +132,34 @@ TEST(QySplines, Extrema) {
   EXPECT_NEAR(imax[0].X, M_PI, 1e-3);
   EXPECT_EQ(imin[0].X, 0.0); // the first knot's value is 0
 }
+
+TEST(QySplines, AkimaCurveWithoutCoefficientsEqualsTheFit) {
+  // The curve evaluated from the knots around each probe against the coefficients of the whole
+  // fit: irregular data, the fewest knots, and knots where the equal-difference rule applies.
+  struct Case { std::vector<double> x, y; };
+  const Case cases[] = {
+      {{SplineX, SplineX + std::size(SplineX)}, {SplineY, SplineY + std::size(SplineY)}},
+      {{0, 1, 3}, {1, 0, 4}},
+      {{0, 0.5, 2, 2.25}, {3, -1, 2, 2}},
+      {{0, 1, 2, 3, 4, 5, 6}, {2, 1, 0, 1, 2, 2, 2}},
+  };
+  for (const Case& c : cases) {
+    const int n = int(c.x.size());
+    TQyCubicPieces fit = Knots(c.x.data(), c.y.data(), n);
+    AkimaCoeffs(fit);
+    TQyAkimaCurve curve;
+    curve.Assign(c.x.data(), c.y.data(), n);
+    const double width = c.x[n - 1] - c.x[0];
+    for (double at = c.x[0] - width / 4; at <= c.x[n - 1] + width / 4; at += width / 97)
+      EXPECT_DOUBLE_EQ(curve.Value(at), fit.Value(at)) << n << " knots, at " << at;
+    for (double knot : c.x) EXPECT_DOUBLE_EQ(curve.Value(knot), fit.Value(knot)) << n << " knots, at " << knot;
+  }
+  // What a fit refuses, the curve refuses alike.
+  const double x[] = {0, 1, 1, 2}, y[] = {0, 1, 2, 1e308}, huge[] = {-1e308, 1e308, 0, 1};
+  TQyAkimaCurve curve;
+  EXPECT_THROW(curve.Assign(x, y, 2), EMathError);
+  EXPECT_THROW(curve.Assign(x, y, 4), EZeroDivide);
+  const double tight[] = {0, 1e-300, 1, 2};
+  EXPECT_THROW(curve.Assign(tight, huge, 4), EOverflow);
+  EXPECT_TRUE(std::isnan(curve.Value(0))); // no curve after a refusal
+}

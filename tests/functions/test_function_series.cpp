@@ -186,6 +186,34 @@ TEST(QyInterpolationSeries, KnotCleanUpAndCounts) {
   QyPrompt::SetHandler(nullptr);
 }
 
+TEST(QyInterpolationSeries, SlopesAndIntegralsDefaultToASecondYAxis) {
+  // Axes of the graph in child order: a horizontal one, a slave, then the one to take.
+  QyTestGraph t;
+  t.Render(); // the primary axes made
+  TQyAxis* axes[3];
+  const std::pair<TQyAxisPosition, bool> kinds[] = {
+      {TQyAxisPosition::Top, false}, {TQyAxisPosition::Right, true}, {TQyAxisPosition::Right, false}};
+  for (int k = 0; k < 3; ++k) {
+    axes[k] = new TQyAxis(t.graph);
+    axes[k]->SetPosition(kinds[k].first);
+    axes[k]->SetIsSlaveAxis(kinds[k].second);
+  }
+  QyTestGraph alone;
+  alone.Render();
+  struct Case { TQySeries* series; QyTestGraph* graph; TQyAxis* y; };
+  const Case cases[] = {{new TQyInterpolation(t.form.get()), &t, t.Y()},
+                        {new TQyDifferential(t.form.get()), &t, axes[2]},
+                        {new TQyIntegral(t.form.get()), &t, axes[2]},
+                        {new TQyDifferential(alone.form.get()), &alone, alone.Y()}};
+  for (const Case& c : cases) {
+    c.series->SetYData(c.graph->Vector({0, 1, 4, 9}));
+    c.series->SetDefaultAxis(c.graph->graph);
+    EXPECT_EQ(c.series->GetXAxis(), c.graph->X()) << c.series->metaObject()->className();
+    EXPECT_EQ(c.series->GetYAxis(), c.y) << c.series->metaObject()->className();
+    EXPECT_EQ(c.series->Graph(), c.graph->graph) << c.series->metaObject()->className(); // joined
+  }
+}
+
 TEST(QyMovingAverageSeries, SettingsAndCurve) {
   QyTestGraph t;
   const std::vector<double> x = Range(30, 1);
@@ -201,6 +229,30 @@ TEST(QyMovingAverageSeries, SettingsAndCurve) {
   EXPECT_NEAR(s->GetY(10), (y[7] + y[8] + y[9] + y[10]) / 4, 1e-12);
   s->SetExponentialFactorForN(-2);
   EXPECT_EQ(s->GetExponentialFactorForN(), 1);
+}
+
+TEST(QyMovingAverageSeries, DataReadInPlaceGiveTheCollectedCurve) {
+  // Stored ascending data are averaged where they stand; the same data through an identity
+  // transformation are collected point by point. Both must give one curve, over the whole data
+  // and over a calculation range whose ends fall on points (bounds included) and between them.
+  const std::vector<double> x = Range(200, 0.25, -10);
+  const std::vector<double> y = Map(x, [](double v) { return std::sin(v) + 0.3 * std::cos(7 * v); });
+  for (auto [start, stop] : {std::pair{0.0, 0.0}, {-5.0, 20.0}, {-4.9, 19.99}}) {
+    QyTestGraph t;
+    auto* inPlace = t.Add<TQyMovingAverage>(x, y);
+    auto* collected = t.Add<TQyMovingAverage>(x, y);
+    collected->YValueTransformation = [](TQySeries*, const TQyTransformEventArgs& a) { return a.Value; };
+    for (TQyMovingAverage* s : {inPlace, collected}) {
+      s->SetAveragingDirection(TQyAveragingDirection::UpAndDownwards);
+      if (start == stop) continue;
+      s->SetAutoStart(false), s->SetAutoStop(false);
+      s->SetCalculationStart(start), s->SetCalculationStop(stop);
+    }
+    t.Render();
+    ASSERT_GT(inPlace->PointCount(), 100);
+    for (double at = -11; at <= 41; at += 0.37)
+      EXPECT_EQ(inPlace->GetY(at), collected->GetY(at)) << start << ".." << stop << " at " << at;
+  }
 }
 
 TEST(QyFunctionSeriesRecord, SettingsSurviveEachMedium) {
