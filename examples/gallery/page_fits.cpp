@@ -73,6 +73,7 @@ TQyGraph2D* Regression() {
   auto* line = Join<TQyLinearRegression>(g, "Line", data, 0xFF1F77B4);
   line->GetLine()->SetWidth(2);
   line->GetConfidenceIntervalLine()->SetVisible(true);
+  line->GetConfidenceIntervalLine()->SetColor(0xFF1F77B4);
   line->GetConfidenceIntervalArea()->SetVisible(true);
   line->GetConfidenceIntervalArea()->SetForeColor(0x301F77B4);
   return g;

@@ -24,8 +24,9 @@ double Root(double v) {
 
 // ---- the engine -------------------------------------------------------------------------------
 
+// The results read 1 until the first calculation; the offset is a setting and starts at 0.
 TQyLinearRegressionCalculation::TQyLinearRegressionCalculation() {
-  for (double* f : {&Slope, &DeltaSlope, &Offset, &DeltaOffset, &AverageX, &AverageY, &VarianceX,
+  for (double* f : {&Slope, &DeltaSlope, &DeltaOffset, &AverageX, &AverageY, &VarianceX,
                     &VarianceY, &Probability, &Correlation, &SumOfResiduals})
     *f = 1.0;
 }
@@ -272,8 +273,12 @@ void TQyLinearRegression::AddBand() {
   if (FUpperConfidencePoints.Count() > 0) FConfidenceAreaPoints.Add(FUpperConfidencePoints[0]);
 }
 
+// The band reaches beyond the axis ends: it is cut to the data area, which the graph clips to
+// only where the data themselves reach beyond.
 void TQyLinearRegression::DrawLine(QPainter* g) {
-  if (FCount > 2) {
+  if (FCount > 2 && ConfidenceShown()) {
+    g->save();
+    g->setClipRect(DataArea(), Qt::IntersectClip);
     if (FConfidenceIntervalLine->GetVisible()) {
       g->setPen(FConfidenceIntervalLine->GetPen(DataArea()));
       g->setBrush(Qt::NoBrush);
@@ -285,6 +290,7 @@ void TQyLinearRegression::DrawLine(QPainter* g) {
       g->setBrush(FConfidenceIntervalArea->GetBrush(DataArea()));
       g->drawPolygon(FConfidenceAreaPoints.Data(), FConfidenceAreaPoints.Count());
     }
+    g->restore();
   }
   TQyFunctionSeries::DrawLine(g);
 }

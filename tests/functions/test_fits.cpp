@@ -2,6 +2,7 @@
 // rules where they differ from the textbook, their failures, undo captions and documents.
 #include "QyExpect.h"
 #include "QyFakeRecorder.h"
+#include "QyPixelProbe.h"
 #include "QyTestGraph.h"
 #include <QyExceptions.h>
 #include <QyIniFile.h>
@@ -138,7 +139,7 @@ TEST(QyFittedLine, RoundsEventsAndEnds) {
   s->SetIterations(200);
   t.Render();
   EXPECT_EQ(rounds, 201); // the budget gives one round more
-  EXPECT_NEAR(s->GetCoeff(0), (1 + 4 + 9 + 16 + 300.0) / (1 + 4 + 9 + 16 + 100.0), 1e-9); // all five points
+  EXPECT_NEAR(s->GetCoeff(0), (1 + 4 + 9 + 16 + 300.0) / (1 + 4 + 9 + 16 + 100.0), 1e-8); // all five points
   // A perfect fit ends at once with a zero error; a stop in the event ends after that round.
   s->SetAutoStop(true);
   s->GetYData()->SetValue(4, 10);
@@ -229,6 +230,21 @@ TEST(QyLinearRegression, MatchesLinregressAndOurBand) {
   const int n = s->UpperConfidencePoints().Count();
   EXPECT_GT(n, 100);
   EXPECT_EQ(s->ConfidenceAreaPoints().Count(), 2 * n + 1);
+}
+
+TEST(QyLinearRegression, BandIsFilledInsideTheDataAreaOnly) {
+  QyTestGraph t;
+  auto* s = t.Add<TQyLinearRegression>(V(RegX), V(RegY));
+  s->GetConfidenceIntervalArea()->SetVisible(true);
+  s->GetConfidenceIntervalArea()->SetForeColor(0xFF00C000);
+  const QImage image = t.Render();
+  // The band's samples run a tenth of the range beyond the data area on each side.
+  const QRect box = QyProbe::BoundsOf(image, QColor(0, 0xC0, 0));
+  ASSERT_FALSE(box.isEmpty());
+  const QPointF first = s->UpperConfidencePoints()[0];
+  EXPECT_LT(first.x(), box.left() - 10);
+  EXPECT_NEAR(box.left(), t.X()->NumberToWorld(t.X()->GetStart()), 2);
+  EXPECT_NEAR(box.right(), t.X()->NumberToWorld(t.X()->GetStop()), 2);
 }
 
 TEST(QyLinearRegression, WeightsAndFixedOffset) {
