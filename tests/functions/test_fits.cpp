@@ -3,6 +3,7 @@
 #include "QyExpect.h"
 #include "QyFakeRecorder.h"
 #include "QyPixelProbe.h"
+#include "QyRoundTrip.h"
 #include "QyTestGraph.h"
 #include <QyExceptions.h>
 #include <QyIniFile.h>
@@ -29,27 +30,6 @@ template <class S> QString Reported(QyTestGraph& t, S* s) {
   return message;
 }
 
-// Writes `from` to one medium (0 stream, 1 XML, 2 INI) and reads it into `to`.
-void RoundTrip(int medium, QObject* from, QObject* to, TQyIniFile& ini) {
-  if (medium == 0) {
-    QByteArray bytes;
-    QBuffer out(&bytes);
-    out.open(QIODevice::WriteOnly);
-    QyWriteToStream(from, &out);
-    QBuffer in(&bytes);
-    in.open(QIODevice::ReadOnly);
-    QyReadFromStream(to, &in);
-    EXPECT_TRUE(in.atEnd());
-  } else if (medium == 1) {
-    QDomDocument dom;
-    QDomElement e = dom.createElement("Series");
-    QyWriteToNode(from, e);
-    QyReadFromNode(to, e);
-  } else {
-    QyWriteToIni(from, ini, "Section", "S");
-    QyReadFromIni(to, ini, "Section", "S");
-  }
-}
 } // namespace
 
 // ---- the fitted line
@@ -193,7 +173,7 @@ TEST(QyFittedLine, UndoCaptionsAndDocuments) {
   for (int medium = 0; medium < 3; ++medium) {
     auto* r = new TQyFittedLine(t.form.get());
     TQyIniFile ini;
-    RoundTrip(medium, s, r, ini);
+    QyRoundTrip(medium, s, r, ini);
     EXPECT_EQ(r->GetExpression(), "A*X+B") << medium;
     EXPECT_EQ(r->GetIterations(), 77) << medium;
     EXPECT_TRUE(r->GetDoCovariance()) << medium;
@@ -349,7 +329,7 @@ TEST(QyLinearRegression, Documents) {
     s->GetConfidenceIntervalArea()->SetVisible(true);
     auto* r = new TQyLinearRegression(t.form.get());
     TQyIniFile ini;
-    RoundTrip(medium, s, r, ini);
+    QyRoundTrip(medium, s, r, ini);
     EXPECT_TRUE(r->GetFixedOffset()) << medium;
     EXPECT_EQ(r->GetOffset(), 2.5) << medium;
     EXPECT_TRUE(r->GetConfidenceIntervalLine()->GetVisible()) << medium;
