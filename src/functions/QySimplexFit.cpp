@@ -8,6 +8,7 @@ TQySimplexFit::TQySimplexFit() { FCalcChi = ParsedFunction(); }
 
 TQyFittingFunctionHandler TQySimplexFit::ParsedFunction() {
   return [this](QObject*, const TQyFittingFunctionArgs& a) {
+    if (!FFunctionParser) throw EMathError(QyText(QyRes::FitNoFunction)); // no expression yet
     FX = a.X;
     return FFunctionParser->Result();
   };

@@ -102,6 +102,8 @@ TEST(QyFittedLine, FailuresAreReported) {
     EXPECT_EQ(Reported(t, s), c.message) << c.what;
     EXPECT_EQ(s->PointCount(), 0) << c.what;
   }
+  TQySimplexFit bare;
+  EXPECT_EQ(QyMessageOf<EMathError>([&] { bare.GetY(1); }), "No FittingFunction or Expression defined");
 }
 
 TEST(QyFittedLine, RoundsEventsAndEnds) {
@@ -178,7 +180,9 @@ TEST(QyFittedLine, UndoCaptionsAndDocuments) {
     EXPECT_EQ(r->GetIterations(), 77) << medium;
     EXPECT_TRUE(r->GetDoCovariance()) << medium;
     EXPECT_EQ(r->GetCoefficients(), QList<double>({1.25, -2})) << medium;
-    if (medium == 2) EXPECT_EQ(ini.ReadString("Section", "S.Order", {}), "2");
+    if (medium == 2) {
+      EXPECT_EQ(ini.ReadString("Section", "S.Order", {}), "2");
+    }
   }
   auto* empty = new TQyFittedLine(t.form.get());
   TQyIniFile ini;
@@ -261,7 +265,9 @@ TEST(QyLinearRegression, DegenerateDataIsReported) {
     auto* s = t.Add<TQyLinearRegression>(c.x, c.y);
     EXPECT_EQ(Reported(t, s), c.message) << c.what;
     EXPECT_EQ(s->PointCount(), 0) << c.what;
-    if (!std::isnan(c.slope)) EXPECT_EQ(s->GetSlope(), c.slope) << c.what;
+    if (!std::isnan(c.slope)) {
+      EXPECT_EQ(s->GetSlope(), c.slope) << c.what;
+    }
   }
   QyTestGraph t;
   auto* one = t.Add<TQyLinearRegression>({1, 2, 3}, {1, 2, 3});
