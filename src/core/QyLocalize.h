@@ -392,6 +392,42 @@ inline constexpr char InterpolationVarMaxima[] = "Local maxima of interpolated f
 inline constexpr char InterpolationVarMinima[] = "Local minima of interpolated function";
 inline constexpr char DifferentialNoSecondAxis[] = "Graph has no secondary axis.\rDo You want to create one?";
 inline constexpr char DifferentialAxisCaption[] = "2nd Y-Axis";
+// ---- Calculated curves: fitted line and linear regression
+inline constexpr char FitNeedsX[] = "Expression must contain the independent variable X!";
+inline constexpr char FitNeedsVariable[] = "Expression must contain a variable a..p!";
+inline constexpr char FitNoFunction[] = "No FittingFunction or Expression defined";
+inline constexpr char FitNoOrder[] = "SimplexFit: no order set!";
+inline constexpr char FitNoIterations[] = "SimplexFit: no iterations set!"; // stands in the table, never raised
+inline constexpr char FitCovarianceIndefinite[] = "SimplexFit: DoCovariance, reciprocal indefinite!";
+inline constexpr char FitCovarianceTooFew[] = "Not enough data points to interpolate covariance";
+inline constexpr char FitIndexOutOfRange[] = "Fitted line: Index of variable out of range";
+inline constexpr char FitCoefficients[] = "Fitted line coefficients";
+inline constexpr char FitIterations[] = "Fitted line iterations";
+inline constexpr char FitExpression[] = "Fitted line expression";
+inline constexpr char FitDoCovariance[] = "Fitting using covariance/variance";
+inline constexpr char FitVarX[] = "X-Value";
+inline constexpr char FitVarLetter[] = "Variable "; // followed by the letter in lower case
+inline constexpr char FitVarAverageX[] = "Mean of X values";
+inline constexpr char FitVarAverageY[] = "Mean of Y values";
+inline constexpr char FitVarVarianceX[] = "Variance of X values";
+inline constexpr char FitVarVarianceY[] = "Variance of Y values";
+inline constexpr char FitVarProbability[] = "Probability of the fitted line";
+inline constexpr char FitVarSumOfResiduals[] = "Sum of squared deviations of data points to fitted line";
+inline constexpr char FitVarCoefficients[] = "Coefficients of the general linear least square";
+inline constexpr char RegressionFixedOffset[] = "Linear regression fixed offset";
+inline constexpr char RegressionOffset[] = "Linear regression offset";
+inline constexpr char RegressionOffsetNeedsFixed[] = "The offset should only be set with fixed offset\rDou You want to set it to True?";
+inline constexpr char RegressionLogX[] = "Log X-Axis with regression and LogToNormalScalingLevel>0 not possible\rSetting to 0";
+inline constexpr char RegressionLogY[] = "Log Y-Axis with regression and LogToNormalScalingLevel>0 not possible\rSetting to 0";
+inline constexpr char RegressionFormulaLogY[] = "lg(Y)=a+b(";
+inline constexpr char RegressionFormulaY[] = "Y=a+b(";
+inline constexpr char RegressionFormulaLogX[] = "lg(X))";
+inline constexpr char RegressionFormulaX[] = "X)";
+inline constexpr char RegressionVarOffset[] = "The offset a of the regression line Y=a+mX";
+inline constexpr char RegressionVarSlope[] = "The slope m of the regression line Y=a+mX";
+inline constexpr char RegressionVarDeltaSlope[] = "Statistical error of slope m of the regression line Y=a+mX";
+inline constexpr char RegressionVarDeltaOffset[] = "Statistical error of offset a of the regression line Y=a+mX";
+inline constexpr char RegressionVarCorrelation[] = "Correlation coefficient";
 } // namespace QyRes
 
 // The text of a table entry (the translation hook).

@@ -2,7 +2,9 @@
 // function series' entries follow those of the line series in a further block of the stream;
 // each kind of curve adds its settings in the block after that.
 #include "QyClassRegistry.h"
+#include "QyLinearRegression.h"
 #include "QyMovingAverage.h"
+#include "QySimplexFit.h"
 #include "QyRecordMedia.h"
 #include "QyRecordSchema.h"
 
@@ -10,6 +12,8 @@ QY_REGISTER_CLASS(TQyMovingAverage);
 QY_REGISTER_CLASS(TQyInterpolation);
 QY_REGISTER_CLASS(TQyDifferential);
 QY_REGISTER_CLASS(TQyIntegral);
+QY_REGISTER_CLASS(TQyFittedLine);
+QY_REGISTER_CLASS(TQyLinearRegression);
 
 namespace {
 using T = TQyFieldType;
@@ -53,4 +57,53 @@ QY_REGISTER_RECORD(TQyMovingAverage, {
     Entry("AveragingRangeMethod", T::Enum, "MovingAverage", 5),
     Entry("N", T::Double, "MovingAverage", 5),
     Entry("ExponentialFactorForN", T::Double, "MovingAverage", 5),
+});
+
+namespace {
+// The coefficients: a counted list in a stream and in XML; in INI their count as "Order" and the
+// list, "None" when there is none.
+void WriteCoefficients(const QObject* o, TQyRecordMedium& m) {
+  const QList<double> c = static_cast<const TQyFittedLine*>(o)->GetCoefficients();
+  const QVariantList items(c.begin(), c.end());
+  if (m.Kind() != TQyRecordMedium::TKind::Ini) return m.WriteItems("Coefficients", T::Double, items);
+  m.Write("Order", T::Int32, int(c.size()));
+  if (c.isEmpty()) m.Write("Coefficients", T::String, QString("None"));
+  else m.WriteItems("Coefficients", T::Double, items);
+}
+
+void ReadCoefficients(QObject* o, TQyRecordMedium& m) {
+  QList<double> c;
+  const bool none = m.Kind() == TQyRecordMedium::TKind::Ini && m.Read("Coefficients", T::String, {}).toString() == "None";
+  if (!none)
+    for (const QVariant& v : m.ReadItems("Coefficients", T::Double)) c << v.toDouble();
+  static_cast<TQyFittedLine*>(o)->SetCoefficients(c);
+}
+
+// The offset: in a stream only when it is fixed; set as the document holds it, without asking.
+void WriteOffset(const QObject* o, TQyRecordMedium& m) {
+  const auto* r = static_cast<const TQyLinearRegression*>(o);
+  if (m.Kind() != TQyRecordMedium::TKind::Stream || r->GetFixedOffset()) m.Write("Offset", T::Double, r->GetOffset());
+}
+
+void ReadOffset(QObject* o, TQyRecordMedium& m) {
+  auto* r = static_cast<TQyLinearRegression*>(o);
+  if (m.Kind() == TQyRecordMedium::TKind::Stream && !r->GetFixedOffset()) return;
+  r->TakeOffset(m.Read("Offset", T::Double, r->GetOffset()).toDouble());
+}
+} // namespace
+
+QY_REGISTER_RECORD(TQyFittedLine, {
+    Entry("DoCovariance", T::Bool, "Fit", 5),
+    Entry("Iterations", T::Int32, "Fit", 5),
+    QyCustomField("Coefficients", WriteCoefficients, ReadCoefficients).At("Fit").InBlock(5),
+    Entry("Expression", T::String, "Fit", 5),
+    Reserved(5),
+});
+
+QY_REGISTER_RECORD(TQyLinearRegression, {
+    Entry("FixedOffset", T::Bool, "LinearRegression", 5),
+    QyCustomField("Offset", WriteOffset, ReadOffset).At("LinearRegression").InBlock(5),
+    Entry("ConfidenceIntervalLine", T::Object, "LinearRegression", 5),
+    Entry("ConfidenceIntervalArea", T::Object, "LinearRegression", 5),
+    Reserved(5),
 });

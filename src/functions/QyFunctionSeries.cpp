@@ -261,8 +261,7 @@ template <class F> void TQyFunctionSeries::ForEachSample(double lo, double hi, b
   }
 }
 
-void TQyFunctionSeries::CalculateFunction() {
-  if (FCount < FMinimumCount || !FCalculation) return;
+void TQyFunctionSeries::FeedEngine() {
   SetLimits();
   TQyCalculation& c = *FCalculation;
   c.OutliersVisible = FOutliersVisible;
@@ -270,17 +269,26 @@ void TQyFunctionSeries::CalculateFunction() {
   c.Start = FCalcStart, c.Stop = FCalcStop;
   c.mXValueTransformation = XValueTransformation;
   c.mYValueTransformation = YValueTransformation;
-  c.Calculate();
-  double lo = QyMaxDouble, hi = -QyMaxDouble;
-  ForEachSample(FDisplayStart, FDisplayStop, false, [&](double x) {
-    const double y = GetY(x);
-    if (std::isfinite(y)) lo = std::min(lo, y), hi = std::max(hi, y);
-  });
+}
+
+void TQyFunctionSeries::ClaimYRange(double lo, double hi) {
   if (FClipYValues && AnyOtherSeries()) {
     FLimitMinY = QyMaxDouble, FLimitMaxY = -QyMaxDouble; // no claim on the Y range
   } else {
     FLimitMinY = lo, FLimitMaxY = hi;
   }
+}
+
+void TQyFunctionSeries::CalculateFunction() {
+  if (FCount < FMinimumCount || !FCalculation) return;
+  FeedEngine();
+  FCalculation->Calculate();
+  double lo = QyMaxDouble, hi = -QyMaxDouble;
+  ForEachSample(FDisplayStart, FDisplayStop, false, [&](double x) {
+    const double y = GetY(x);
+    if (std::isfinite(y)) lo = std::min(lo, y), hi = std::max(hi, y);
+  });
+  ClaimYRange(lo, hi);
   if (OnCalculated) OnCalculated(this);
 }
 

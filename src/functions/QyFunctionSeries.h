@@ -118,8 +118,22 @@ protected:
   // Runs the engine over the calculation range and samples the display range for the Y extent.
   virtual void CalculateFunction();
   void SetLimits();
+  // SetLimits, then hands the engine the data, the range and the transformations.
+  void FeedEngine();
+  // The Y extent the curve claims: none beside a data series with ClipYValues, else lo .. hi.
+  void ClaimYRange(double lo, double hi);
+  // The last calculation raised: there is no curve until it runs again.
+  bool Failed() const { return FFailed; }
   // The next Calculate runs the engine again.
   void Recalculate();
+  // The setter of a property that lives in the engine: record, apply, tell the listeners.
+  template <class T, class Apply>
+  void AssignToEngine(const T& old, const T& value, const char* caption, const char* name, Apply apply) {
+    if (QyEqual(old, value)) return;
+    RecordChange(this, caption, name);
+    apply();
+    EmitPropertyChanged(name);
+  }
 
 private:
   void AssignAutoFlag(bool& flag, bool value, const char* caption, const char* name, const char* fixedName);

@@ -179,14 +179,6 @@ TQyInterpolation::TQyInterpolation(QObject* owner) : TQyFunctionSeries(owner) {
   FMinimumCount = 3;
 }
 
-template <class T, class Apply>
-void TQyInterpolation::AssignToEngine(T old, T value, const char* caption, const char* name, Apply apply) {
-  if (QyEqual(old, value)) return;
-  RecordChange(this, caption, name);
-  apply();
-  EmitPropertyChanged(name);
-}
-
 // The series asks for 6 points with the interpolating methods and 3 with the smoothing spline,
 // the reverse of what the engine needs: kept as designed.
 void TQyInterpolation::SetInterpolationMethod(TQyInterpolationMethod method) {

@@ -103,8 +103,6 @@ protected:
   // "<kind> (Akima)" and its two siblings.
   QString FormulaOf(const char* akima, const char* cubic, const char* approximative) const;
   static const TQyDoublePoint& At(const TQyDoublePointArray& list, int i);
-  template <class T, class Apply>
-  void AssignToEngine(T old, T value, const char* caption, const char* name, Apply apply);
   bool Approximative() const { return GetInterpolationMethod() == TQyInterpolationMethod::ApproximativeSpline; }
 
   TQyInterpolationCalculation FInterpolation;

@@ -3,6 +3,7 @@
 // moving average series against analytic values.
 #include "QyExpect.h"
 #include "QyFakeRecorder.h"
+#include "QyRoundTrip.h"
 #include "QyTestGraph.h"
 #include <QyExceptions.h>
 #include <QyMovingAverage.h>
@@ -271,27 +272,8 @@ TEST(QyFunctionSeriesRecord, SettingsSurviveEachMedium) {
     avg->SetN(3.5);
     auto* r = new TQyInterpolation(t.form.get());
     auto* ravg = new TQyMovingAverage(t.form.get());
-    QByteArray bytes;
-    QDomDocument dom;
     TQyIniFile ini;
-    for (auto [from, to] : {std::pair<QObject*, QObject*>{s, r}, {avg, ravg}}) {
-      if (medium == 0) {
-        QBuffer out(&bytes);
-        out.open(QIODevice::WriteOnly);
-        QyWriteToStream(from, &out);
-        QBuffer in(&bytes);
-        in.open(QIODevice::ReadOnly);
-        QyReadFromStream(to, &in);
-        EXPECT_TRUE(in.atEnd());
-      } else if (medium == 1) {
-        QDomElement e = dom.createElement("Series");
-        QyWriteToNode(from, e);
-        QyReadFromNode(to, e);
-      } else {
-        QyWriteToIni(from, ini, "Section", "S");
-        QyReadFromIni(to, ini, "Section", "S");
-      }
-    }
+    for (auto [from, to] : {std::pair<QObject*, QObject*>{s, r}, {avg, ravg}}) QyRoundTrip(medium, from, to, ini);
     EXPECT_EQ(r->GetInterpolationMethod(), TQyInterpolationMethod::ApproximativeSpline) << medium;
     EXPECT_EQ(r->GetElasticityFactor(), 7.5) << medium;
     EXPECT_FALSE(r->GetAutoStart()) << medium;
