@@ -2,14 +2,19 @@
 // function series' entries follow those of the line series in a further block of the stream;
 // each kind of curve adds its settings in the block after that.
 #include "QyClassRegistry.h"
+#include "QyLeastSquares.h"
 #include "QyMovingAverage.h"
 #include "QyRecordMedia.h"
 #include "QyRecordSchema.h"
+#include "QySpectrum.h"
 
 QY_REGISTER_CLASS(TQyMovingAverage);
 QY_REGISTER_CLASS(TQyInterpolation);
 QY_REGISTER_CLASS(TQyDifferential);
 QY_REGISTER_CLASS(TQyIntegral);
+QY_REGISTER_CLASS(TQyGeneralLinearLeastSquares);
+QY_REGISTER_CLASS(TQyPolynomial);
+QY_REGISTER_CLASS(TQyDiscreteFourier);
 
 namespace {
 using T = TQyFieldType;
@@ -53,4 +58,15 @@ QY_REGISTER_RECORD(TQyMovingAverage, {
     Entry("AveragingRangeMethod", T::Enum, "MovingAverage", 5),
     Entry("N", T::Double, "MovingAverage", 5),
     Entry("ExponentialFactorForN", T::Double, "MovingAverage", 5),
+});
+
+// Both fits keep their order; only the XML node tells them apart.
+QY_REGISTER_RECORD(TQyGeneralLinearLeastSquares, {
+    QyField("Order", T::Int32, "Order").At("GeneralLinearLeastSquares").InBlock(5),
+    Reserved(5),
+});
+
+QY_REGISTER_RECORD(TQyPolynomial, {
+    QyField("Order", T::Int32, "Order").At("Polynomial").InBlock(5),
+    Reserved(5),
 });

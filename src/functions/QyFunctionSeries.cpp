@@ -194,14 +194,16 @@ void TQyFunctionSeries::CheckDBVectors() {
 void TQyFunctionSeries::RegisterVariables() {
   TQyLineSeries::RegisterVariables();
   RegisterStringVariable(this, "Formula", QyText(QyRes::FunctionVarFormula), [this] { return GetFormula(); });
-  const struct { const char* name; const char* help; const double* value; } numbers[] = {
-      {"CalculationStart", QyRes::FunctionVarCalculationStart, &FCalcStart},
-      {"CalculationStop", QyRes::FunctionVarCalculationStop, &FCalcStop},
-      {"DisplayStart", QyRes::FunctionVarDisplayStart, &FDisplayStart},
-      {"DisplayStop", QyRes::FunctionVarDisplayStop, &FDisplayStop}};
-  for (const auto& n : numbers) {
-    const double* value = n.value;
-    RegisterDoubleVariable(this, n.name, QyText(n.help), [value] { return *value; });
+  RegisterNumbers({{"CalculationStart", QyRes::FunctionVarCalculationStart, &FCalcStart},
+                   {"CalculationStop", QyRes::FunctionVarCalculationStop, &FCalcStop},
+                   {"DisplayStart", QyRes::FunctionVarDisplayStart, &FDisplayStart},
+                   {"DisplayStop", QyRes::FunctionVarDisplayStop, &FDisplayStop}});
+}
+
+void TQyFunctionSeries::RegisterNumbers(std::initializer_list<TQyPublishedNumber> numbers) {
+  for (const TQyPublishedNumber& n : numbers) {
+    const double* value = n.Value;
+    RegisterDoubleVariable(this, n.Name, QyText(n.Help), [value] { return *value; });
   }
 }
 
@@ -245,8 +247,7 @@ template <class F> void TQyFunctionSeries::ForEachSample(double lo, double hi, b
   }
 }
 
-void TQyFunctionSeries::CalculateFunction() {
-  if (FCount < FMinimumCount || !FCalculation) return;
+void TQyFunctionSeries::FeedCalculation() {
   SetLimits();
   TQyCalculation& c = *FCalculation;
   c.OutliersVisible = FOutliersVisible;
@@ -254,7 +255,12 @@ void TQyFunctionSeries::CalculateFunction() {
   c.Start = FCalcStart, c.Stop = FCalcStop;
   c.mXValueTransformation = XValueTransformation;
   c.mYValueTransformation = YValueTransformation;
-  c.Calculate();
+}
+
+void TQyFunctionSeries::CalculateFunction() {
+  if (FCount < FMinimumCount || !FCalculation) return;
+  FeedCalculation();
+  FCalculation->Calculate();
   double lo = QyMaxDouble, hi = -QyMaxDouble;
   ForEachSample(FDisplayStart, FDisplayStop, false, [&](double x) {
     const double y = GetY(x);
