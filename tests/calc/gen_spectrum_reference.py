@@ -56,8 +56,8 @@ coef, delta, stats = fit(basis, 3)
 out += [arr("BasisCoeffs", coef), arr("BasisDelta", delta), arr("BasisStats", stats)]
 
 # ---- the transform of x[j] = cos(0.3 j) + 0.5 sin(0.011 j^2) + i 0.25 cos(0.7 j + 1) for
-# lengths 2^8, odd 105 = 3*5*7, 3*2^5 and 1000 = 8*125.
-for n in (256, 105, 96, 1000):
+# lengths 2^8, odd 105 = 3*5*7, 3*2^5, 1000 = 8*125 and 254 = 2*127 (a long prime).
+for n in (256, 105, 96, 1000, 254):
     j = np.arange(n)
     sig = np.cos(0.3 * j) + 0.5 * np.sin(0.011 * j * j) + 0.25j * np.cos(0.7 * j + 1)
     f = np.conj(np.fft.fft(np.conj(sig)))

@@ -15,25 +15,29 @@ TComplexArray Signal(int n) {
 }
 
 // The root of unity is rounded to single precision: each part off by at most half an ulp below
-// 1, |dw| <= 2^-24.5. A twiddle of a block of length L is w^(N/L) raised to at most L/2 (or L-1
-// in an odd block), so it is off by at most N |dw|, and each of the halvings and the final odd
-// sum adds that much times sum |x| to an output.
+// 1, |dw| <= 2^-24.5. Each step of the transform (a halving, an odd factor, the last sum) raises
+// its root w^(N/L) to powers below L, so a twiddle is off by at most N |dw|, and each step adds
+// that much times sum |x| to an output.
 double Tolerance(const TComplexArray& x) {
   const int n = int(x.size());
-  int levels = 1;
-  for (int m = n; m % 2 == 0; m /= 2) ++levels;
+  int steps = 1;
+  for (int m = n, p = 2; m > 1; ++steps) {
+    while (m % p != 0) ++p;
+    m /= p;
+  }
   double sum = 0;
   for (const TComplex& c : x) sum += std::hypot(c.Re, c.Im);
-  return levels * n * std::pow(2.0, -24.5) * sum;
+  return steps * n * std::pow(2.0, -24.5) * sum;
 }
 } // namespace
 
 TEST(QyFourier, MatchesTheConjugateOfNumpysTransform) {
   const struct { int n; const double* re; const double* im; } cases[] = {
       {256, Fourier256Re, Fourier256Im},    // a power of two
-      {105, Fourier105Re, Fourier105Im},    // odd: the direct sum alone
+      {105, Fourier105Re, Fourier105Im},    // odd: factors 3, 5, 7
       {96, Fourier96Re, Fourier96Im},       // 3 * 2^5
       {1000, Fourier1000Re, Fourier1000Im}, // 8 * 125
+      {254, Fourier254Re, Fourier254Im},    // 2 * 127: a prime too long for a direct sum
   };
   for (const auto& c : cases) {
     TComplexArray a = Signal(c.n);
