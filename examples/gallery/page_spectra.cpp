@@ -28,20 +28,8 @@ std::pair<TQyDoubleVector*, TQyDoubleVector*> Sampled(TQyGraph2D* g, int n, doub
   return {x, y};
 }
 
-template <class S> S* Join(TQyGraph2D* g, TQyCustomDoubleVector* x, TQyCustomDoubleVector* y, TQyColor color,
-                           float width = 2) {
-  auto* s = new S(g);
-  s->SetXData(x);
-  s->SetYData(y);
-  s->SetXAxis(g->GetPrimaryXAxis());
-  s->SetYAxis(g->GetPrimaryYAxis());
-  s->GetLine()->SetColor(color);
-  s->GetLine()->SetWidth(width);
-  return s;
-}
-
 void Points(TQyGraph2D* g, TQyCustomDoubleVector* x, TQyCustomDoubleVector* y) {
-  auto* points = Join<TQyPointSeries>(g, x, y, 0xFF808080, 1);
+  auto* points = QyGalleryJoin<TQyPointSeries>(g, x, y, 0xFF808080, 1);
   points->GetLine()->SetVisible(false);
   points->PointSymbol()->SetSize(6);
 }
@@ -50,7 +38,7 @@ TQyGraph2D* Polynomial() {
   TQyGraph2D* g = QyGallerySeriesGraph("Polynomial of order 3 through noisy data");
   auto [x, y] = Sampled(g, 40, 6, 0.6, [](double v) { return 2 - 3 * v + 1.2 * v * v - 0.12 * v * v * v; });
   Points(g, x, y);
-  Join<TQyPolynomial>(g, x, y, 0xFF1F77B4, 3)->SetOrder(3);
+  QyGalleryJoin<TQyPolynomial>(g, x, y, 0xFF1F77B4, 3)->SetOrder(3);
   return g;
 }
 
@@ -58,7 +46,7 @@ TQyGraph2D* BasisFit() {
   TQyGraph2D* g = QyGallerySeriesGraph("Least squares over 1, x, sin 2x, cos 2x");
   auto [x, y] = Sampled(g, 60, 8, 0.3, [](double v) { return 0.5 + 0.2 * v + std::sin(2 * v + 0.6); });
   Points(g, x, y);
-  auto* fit = Join<TQyGeneralLinearLeastSquares>(g, x, y, 0xFFD62728, 3);
+  auto* fit = QyGalleryJoin<TQyGeneralLinearLeastSquares>(g, x, y, 0xFFD62728, 3);
   fit->SetOrder(3);
   fit->SetBasisFunction([](QObject*, const TQyGeneralLinearFittingArgs& a) {
     const double basis[] = {1, a.X, std::sin(2 * a.X), std::cos(2 * a.X)};
@@ -75,24 +63,22 @@ double TwoTones(double t) {
 TQyGraph2D* Signal() {
   TQyGraph2D* g = QyGallerySeriesGraph("Two tones, 40 Hz and 95 Hz, in noise");
   auto [x, y] = Sampled(g, 1024, 2, 0.8, TwoTones);
-  Join<TQyLineSeries>(g, x, y, 0xFF2CA02C, 1);
+  QyGalleryJoin<TQyLineSeries>(g, x, y, 0xFF2CA02C, 1);
   return g;
 }
 
 TQyGraph2D* Spectrum() {
   TQyGraph2D* g = QyGallerySeriesGraph("Its amplitude spectrum: peaks near 1 and 0.5");
   auto [x, y] = Sampled(g, 1024, 2, 0.8, TwoTones);
-  Join<TQyDiscreteFourier>(g, x, y, 0xFF9467BD, 1.5);
+  QyGalleryJoin<TQyDiscreteFourier>(g, x, y, 0xFF9467BD, 1.5);
   return g;
 }
 
 QWidget* BuildSpectra() {
   auto* page = new QWidget;
   auto* grid = QyGalleryGrid(page);
-  grid->addWidget(Polynomial(), 0, 0);
-  grid->addWidget(BasisFit(), 0, 1);
-  grid->addWidget(Signal(), 1, 0);
-  grid->addWidget(Spectrum(), 1, 1);
+  int k = 0;
+  for (TQyGraph2D* g : {Polynomial(), BasisFit(), Signal(), Spectrum()}) grid->addWidget(g, k / 2, k % 2), ++k;
   return page;
 }
 } // namespace
