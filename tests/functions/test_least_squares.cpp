@@ -161,7 +161,8 @@ TEST(QyLeastSquaresRecord, OrderUnderItsOwnNode) {
     QDomDocument dom;
     QDomElement e = dom.createElement("Series");
     QyWriteToNode(c.from, e);
-    EXPECT_EQ(e.elementsByTagName(c.node).at(0).firstChildElement("Order").text(),
-              QString::number(c.from->GetOrder()));
+    const QDomElement node = e.elementsByTagName(c.node).at(0).toElement();
+    ASSERT_FALSE(node.isNull()) << c.node;
+    EXPECT_EQ(node.attribute("Order", node.firstChildElement("Order").text()), QString::number(c.from->GetOrder()));
   }
 }
