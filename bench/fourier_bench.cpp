@@ -1,6 +1,5 @@
 // The Fourier transform of 2^20 points against FFTW's (same sign, unnormalised), and the whole
 // spectrum engine over 2^20 samples. FFTW is used here only; the library does not link it.
-#include <QyGraph2D.h>
 #include <QySpectrum.h>
 #include <benchmark/benchmark.h>
 #include <cmath>
@@ -40,14 +39,12 @@ void BM_Fftw(benchmark::State& state) {
 
 // Collecting the samples, the transform, amplitudes and phases.
 void BM_SpectrumEngine(benchmark::State& state) {
-  TQyGraph2D graph;
-  auto* x = new TQyDoubleVector(&graph);
-  auto* y = new TQyDoubleVector(&graph);
+  TQyDoubleVector x, y;
   std::vector<double> xs(N), ys(N);
   for (int i = 0; i < N; ++i) xs[i] = i * 1e-4, ys[i] = Sample(i);
-  x->AddRange(xs), y->AddRange(ys);
+  x.AddRange(xs), y.AddRange(ys);
   TQyDiscreteFourierCalculation engine;
-  engine.XData = x, engine.YData = y;
+  engine.XData = &x, engine.YData = &y;
   engine.Start = xs.front(), engine.Stop = xs.back();
   for (auto _ : state) engine.Calculate();
 }
