@@ -39,6 +39,19 @@ inline TQyGraph2D* QyGallerySeriesGraph(const QString& caption) {
   return g;
 }
 
+// A series of class S over x, y on the graph's primary axes, its line in `color` and `width`.
+template <class S>
+S* QyGalleryJoin(TQyGraph2D* g, TQyCustomDoubleVector* x, TQyCustomDoubleVector* y, TQyColor color, float width = 2) {
+  auto* s = new S(g);
+  s->SetXData(x);
+  s->SetYData(y);
+  s->SetXAxis(g->GetPrimaryXAxis());
+  s->SetYAxis(g->GetPrimaryYAxis());
+  s->GetLine()->SetColor(color);
+  s->GetLine()->SetWidth(width);
+  return s;
+}
+
 // A white page that holds its graphs in a grid.
 inline QGridLayout* QyGalleryGrid(QWidget* page) {
   page->setStyleSheet("background: white;");

@@ -40,14 +40,8 @@ std::pair<TQyDoubleVector*, TQyDoubleVector*> Noisy(TQyGraph2D* g, int n, double
 
 template <class S> S* Join(TQyGraph2D* g, TQyCustomDoubleVector* x, TQyCustomDoubleVector* y, const QString& caption,
                            TQyColor color, float width = 2) {
-  auto* s = new S(g);
+  auto* s = QyGalleryJoin<S>(g, x, y, color, width);
   s->SetCaption(caption);
-  s->SetXData(x);
-  s->SetYData(y);
-  s->SetXAxis(g->GetPrimaryXAxis());
-  s->SetYAxis(g->GetPrimaryYAxis());
-  s->GetLine()->SetColor(color);
-  s->GetLine()->SetWidth(width);
   return s;
 }
 

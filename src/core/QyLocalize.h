@@ -428,6 +428,20 @@ inline constexpr char RegressionVarSlope[] = "The slope m of the regression line
 inline constexpr char RegressionVarDeltaSlope[] = "Statistical error of slope m of the regression line Y=a+mX";
 inline constexpr char RegressionVarDeltaOffset[] = "Statistical error of offset a of the regression line Y=a+mX";
 inline constexpr char RegressionVarCorrelation[] = "Correlation coefficient";
+
+// ---- Calculated curves: least squares over basis functions, polynomial, Fourier spectrum
+inline constexpr char LsqOrder[] = "General linear least squares order";
+inline constexpr char LsqIndexOutOfRange[] = "General Linear Least Squares: Index of variable out of range";
+inline constexpr char LsqNoBasisFunction[] = "No BasisFunction defined";
+inline constexpr char LsqVarAverageX[] = "Mean of X values";
+inline constexpr char LsqVarAverageY[] = "Mean of Y values";
+inline constexpr char LsqVarVarianceX[] = "Variance of X values";
+inline constexpr char LsqVarVarianceY[] = "Variance of Y values";
+inline constexpr char LsqVarProbability[] = "Probability of the fitted line";
+inline constexpr char LsqVarQRel[] = "Relative error of coefficients";
+inline constexpr char LsqVarSumOfResiduals[] = "Sum of squared deviations of data points to fitted line";
+inline constexpr char LsqVarCoefficients[] = "Coefficients of the general linear least square";
+inline constexpr char LsqVarDeltaCoefficients[] = "Standard deviation of coefficients of the general linear least square";
 } // namespace QyRes
 
 // The text of a table entry (the translation hook).

@@ -3,10 +3,12 @@
 // each kind of curve adds its settings in the block after that.
 #include "QyClassRegistry.h"
 #include "QyLinearRegression.h"
+#include "QyLeastSquares.h"
 #include "QyMovingAverage.h"
 #include "QySimplexFit.h"
 #include "QyRecordMedia.h"
 #include "QyRecordSchema.h"
+#include "QySpectrum.h"
 
 QY_REGISTER_CLASS(TQyMovingAverage);
 QY_REGISTER_CLASS(TQyInterpolation);
@@ -14,6 +16,9 @@ QY_REGISTER_CLASS(TQyDifferential);
 QY_REGISTER_CLASS(TQyIntegral);
 QY_REGISTER_CLASS(TQyFittedLine);
 QY_REGISTER_CLASS(TQyLinearRegression);
+QY_REGISTER_CLASS(TQyGeneralLinearLeastSquares);
+QY_REGISTER_CLASS(TQyPolynomial);
+QY_REGISTER_CLASS(TQyDiscreteFourier);
 
 namespace {
 using T = TQyFieldType;
@@ -105,5 +110,16 @@ QY_REGISTER_RECORD(TQyLinearRegression, {
     QyCustomField("Offset", WriteOffset, ReadOffset).At("LinearRegression").InBlock(5),
     Entry("ConfidenceIntervalLine", T::Object, "LinearRegression", 5),
     Entry("ConfidenceIntervalArea", T::Object, "LinearRegression", 5),
+    Reserved(5),
+});
+
+// Both fits keep their order; only the XML node tells them apart.
+QY_REGISTER_RECORD(TQyGeneralLinearLeastSquares, {
+    QyField("Order", T::Int32, "Order").At("GeneralLinearLeastSquares").InBlock(5),
+    Reserved(5),
+});
+
+QY_REGISTER_RECORD(TQyPolynomial, {
+    QyField("Order", T::Int32, "Order").At("Polynomial").InBlock(5),
     Reserved(5),
 });

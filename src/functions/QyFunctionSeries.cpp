@@ -210,14 +210,16 @@ void TQyFunctionSeries::CheckDBVectors() {
 void TQyFunctionSeries::RegisterVariables() {
   TQyLineSeries::RegisterVariables();
   RegisterStringVariable(this, "Formula", QyText(QyRes::FunctionVarFormula), [this] { return GetFormula(); });
-  const struct { const char* name; const char* help; const double* value; } numbers[] = {
-      {"CalculationStart", QyRes::FunctionVarCalculationStart, &FCalcStart},
-      {"CalculationStop", QyRes::FunctionVarCalculationStop, &FCalcStop},
-      {"DisplayStart", QyRes::FunctionVarDisplayStart, &FDisplayStart},
-      {"DisplayStop", QyRes::FunctionVarDisplayStop, &FDisplayStop}};
-  for (const auto& n : numbers) {
-    const double* value = n.value;
-    RegisterDoubleVariable(this, n.name, QyText(n.help), [value] { return *value; });
+  RegisterNumbers({{"CalculationStart", QyRes::FunctionVarCalculationStart, &FCalcStart},
+                   {"CalculationStop", QyRes::FunctionVarCalculationStop, &FCalcStop},
+                   {"DisplayStart", QyRes::FunctionVarDisplayStart, &FDisplayStart},
+                   {"DisplayStop", QyRes::FunctionVarDisplayStop, &FDisplayStop}});
+}
+
+void TQyFunctionSeries::RegisterNumbers(std::initializer_list<TQyPublishedNumber> numbers) {
+  for (const TQyPublishedNumber& n : numbers) {
+    const double* value = n.Value;
+    RegisterDoubleVariable(this, n.Name, QyText(n.Help), [value] { return *value; });
   }
 }
 

@@ -6,6 +6,7 @@
 #include "QyPairedArrays.h"
 #include "QySeries.h"
 #include <exception>
+#include <initializer_list>
 #include <functional>
 #include <limits>
 
@@ -115,6 +116,9 @@ public:
 
 protected:
   void SetCalculation(TQyCalculation* calculation);
+  // Publishes numbers that live in fields of the series or its engine.
+  struct TQyPublishedNumber { const char* Name; const char* Help; const double* Value; };
+  void RegisterNumbers(std::initializer_list<TQyPublishedNumber> numbers);
   // Runs the engine over the calculation range and samples the display range for the Y extent.
   virtual void CalculateFunction();
   void SetLimits();
