@@ -356,9 +356,13 @@ void TQyCustomGraph::ReadDocument(TQyDocumentMedium& medium) {
   TQyUndoRecorder* stack = GetUndoStack();
   SetUndoStack(nullptr);
   FReading = true;
+  // Modified once: every axis lays out again and the series make their points anew, since the
+  // settings read took effect without their notices.
   const auto done = [&] {
     FReading = false;
     SetUndoStack(stack);
+    for (TQyAxis* a : findChildren<TQyAxis*>(Qt::FindDirectChildrenOnly)) a->Modified();
+    if (auto* g = qobject_cast<TQyGraph2D*>(this)) g->SeriesModified();
     Modified();
   };
   try {
