@@ -225,7 +225,8 @@ TEST(GraphDocumentFailure, BrokenDocumentsLeaveTheGraphAsItWas) {
   QByteArray huge = good.left(refEnd) + QByteArray::fromHex("00FFFFFF7F") + good.mid(refEnd + 5);
   expectUnchanged(huge, "count 2^31 - 1 of axes");
   QByteArray wrongClass = good;
-  wrongClass.replace("TQyLineSeries", "TQyGraph2D\0\0\0");
+  wrongClass.replace(QByteArray("\x0d\0\0\0TQyLineSeries", 17), QByteArray("\x0a\0\0\0TQyGraph2D", 14));
+  ASSERT_NE(wrongClass, good);
   expectUnchanged(wrongClass, "a graph in the list of series");
 
   QBuffer b(&good);
