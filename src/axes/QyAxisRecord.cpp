@@ -6,6 +6,7 @@
 #include "QyRecordMedia.h"
 #include "QyStyles.h"
 #include "QyValueList.h"
+#include <algorithm>
 #include <memory>
 
 QY_REGISTER_CLASS(TQyAxis);
@@ -25,7 +26,8 @@ TQyRecordEntry Grouped(const QString& element, const QString& iniGroup, const QS
 
 TQyRecordEntry Geometry(const QString& key, int (QWidget::*get)() const, void (*set)(QWidget*, int)) {
   return QyField(key, T::Int32, [get](const QObject* o) { return QVariant((Axis(o)->*get)()); },
-                 [set](QObject* o, const QVariant& v) { set(Axis(o), v.toInt()); })
+                 // Far beyond any screen: a document's number must not overflow the widget's rectangle.
+                 [set](QObject* o, const QVariant& v) { set(Axis(o), std::clamp(v.toInt(), -100000, 100000)); })
       .At("Properties");
 }
 
