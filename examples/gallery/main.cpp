@@ -3,6 +3,8 @@
 #include "QyGallery.h"
 #include <QApplication>
 #include <QDir>
+#include <QDomDocument>
+#include <QFile>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QLabel>
@@ -24,6 +26,7 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <QyExceptions.h>
+#include <QyIniFile.h>
 #include <QyGraph2D.h>
 #include <algorithm>
 #include <cstdio>
@@ -134,6 +137,8 @@ public:
       tools->addAction(a);
       FOutputActions.append(a);
     };
+    add("&Open document...", QKeySequence::Open, &TGalleryWindow::OpenDocument);
+    add("Save &document...", QKeySequence::Save, &TGalleryWindow::SaveDocument);
     add("&Save as...", QKeySequence::SaveAs, &TGalleryWindow::SaveAs);
     add("&Copy", QKeySequence::Copy, &TGalleryWindow::Copy);
     add("&Print...", QKeySequence::Print, &TGalleryWindow::Print);
@@ -184,6 +189,58 @@ private:
       statusBar()->showMessage("Saved " + name, 4000);
     } catch (const EQyException& e) {
       QMessageBox::warning(this, "Save as", e.Message());
+    }
+  }
+
+  // Documents of the graph: a stream (.qyg, with its data), XML (.xml) or INI (.ini) by extension.
+  static constexpr const char* DocumentFilter = "Graph documents (*.qyg *.xml *.ini)";
+  static constexpr const char* Section = "Graph";
+
+  void SaveDocument() {
+    TQyGraph2D* graph = Graph();
+    const QString name = graph ? QFileDialog::getSaveFileName(this, "Save document", "graph.qyg", DocumentFilter) : QString();
+    if (name.isEmpty()) return;
+    try {
+      if (name.endsWith(".xml", Qt::CaseInsensitive)) {
+        QDomDocument doc;
+        QDomElement root = doc.createElement(Section);
+        doc.appendChild(root);
+        graph->WriteTo(root);
+        QFile file(name);
+        if (!file.open(QIODevice::WriteOnly)) throw EStreamError(file.errorString());
+        file.write(doc.toByteArray(1));
+      } else if (name.endsWith(".ini", Qt::CaseInsensitive)) {
+        TQyIniFile ini(name);
+        ini.Clear();
+        graph->WriteTo(ini, Section);
+        ini.UpdateFile();
+      } else {
+        graph->WriteTo(name, true);
+      }
+      statusBar()->showMessage("Saved " + name, 4000);
+    } catch (const EQyException& e) {
+      QMessageBox::warning(this, "Save document", e.Message());
+    }
+  }
+
+  void OpenDocument() {
+    TQyGraph2D* graph = Graph();
+    const QString name = graph ? QFileDialog::getOpenFileName(this, "Open document", {}, DocumentFilter) : QString();
+    if (name.isEmpty()) return;
+    try {
+      if (name.endsWith(".xml", Qt::CaseInsensitive)) {
+        QFile file(name);
+        QDomDocument doc;
+        if (!file.open(QIODevice::ReadOnly) || !doc.setContent(&file)) throw EReadError(file.errorString());
+        graph->ReadFrom(doc.documentElement());
+      } else if (name.endsWith(".ini", Qt::CaseInsensitive)) {
+        graph->ReadFrom(TQyIniFile(name), Section);
+      } else {
+        graph->ReadFrom(name);
+      }
+      statusBar()->showMessage("Opened " + name, 4000);
+    } catch (const EQyException& e) {
+      QMessageBox::warning(this, "Open document", e.Message());
     }
   }
 

@@ -36,6 +36,8 @@ public:
   // The graph's zoom settings, published as "Auto", "HScrollbarVisible" and "VScrollbarVisible"
   // (a moving-slit axis turns zooming and its scroll bar off); nullptr when it has none.
   virtual QObject* ZoomSettings() const { return nullptr; }
+  // A document is being read into the graph: ranges and zoom stages stay as it gives them.
+  virtual bool Reading() const { return false; }
 
   // ---- the title: measured caption object, whether it takes room, distances and alignment
   virtual TQyRichCaptionObject* CaptionObject() const = 0;

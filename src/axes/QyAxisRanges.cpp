@@ -13,6 +13,7 @@ bool IsLog(TQyAxisScaling s) { return s == TQyAxisScaling::Log || s == TQyAxisSc
 } // namespace
 
 void TQyAxis::RangeModified() {
+  if (IQyAxisHost* g = Graph(); g && g->Reading()) return; // the document holds the ranges
   if (!FZoomStarts.empty()) {
     if (FStartEnd != TQyAxisEnd::AutoRange) SetStart(FZoomStarts.front());
     if (FStopEnd != TQyAxisEnd::AutoRange) SetStop(FZoomStops.front());

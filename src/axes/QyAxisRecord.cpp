@@ -6,6 +6,7 @@
 #include "QyRecordMedia.h"
 #include "QyStyles.h"
 #include "QyValueList.h"
+#include <algorithm>
 #include <memory>
 
 QY_REGISTER_CLASS(TQyAxis);
@@ -25,7 +26,8 @@ TQyRecordEntry Grouped(const QString& element, const QString& iniGroup, const QS
 
 TQyRecordEntry Geometry(const QString& key, int (QWidget::*get)() const, void (*set)(QWidget*, int)) {
   return QyField(key, T::Int32, [get](const QObject* o) { return QVariant((Axis(o)->*get)()); },
-                 [set](QObject* o, const QVariant& v) { set(Axis(o), v.toInt()); })
+                 // Far beyond any screen: a document's number must not overflow the widget's rectangle.
+                 [set](QObject* o, const QVariant& v) { set(Axis(o), std::clamp(v.toInt(), -100000, 100000)); })
       .At("Properties");
 }
 
@@ -53,7 +55,7 @@ struct TQyAxisRecord {
                      Axis(o)->Modified();
                    })
         .At("TickParts")
-        .Ini("TickParts." + key)
+        .Only(QyMedia::Stream | QyMedia::Node)
         .InBlock(1);
   }
 
@@ -153,6 +155,8 @@ void SetWidth(QWidget* w, int v) { w->resize(v, w->height()); }
 void SetHeight(QWidget* w, int v) { w->resize(w->width(), v); }
 } // namespace
 
+// INI carries fewer keys than stream and XML (no caption text, scaling, partitions or slave
+// link): a document keeps that list, and reading leaves what it lacks as it is.
 TQyRecordTable TQyAxisRecord::Table() {
   return {
     QyField("Name", T::Name, "objectName").Only(QyMedia::Stream | QyMedia::Node),
@@ -174,7 +178,7 @@ TQyRecordTable TQyAxisRecord::Table() {
     Props("AxisColor", T::Color, "ForeColor"),
     Props("MajorTickColor", T::Color, "MajorTickColor"),
     Props("TickColor", T::Color, "TickColor"),
-    QyField("Text", T::String, "Caption").At("Caption").Ini("Caption.Text"),
+    QyField("Text", T::String, "Caption").At("Caption").Only(QyMedia::Stream | QyMedia::Node),
     Grouped("Caption/Properties", "Caption", "Visible", T::Bool, "CaptionVisible"),
     Grouped("Caption/Properties", "Caption", "HorizontalOnVerticalAxis", T::Bool, "CaptionHorizontalOnVerticalAxis"),
     Grouped("Caption/Properties", "Caption", "Alignment", T::Enum, "CaptionAlignment"),
@@ -182,18 +186,18 @@ TQyRecordTable TQyAxisRecord::Table() {
     Grouped("Caption/Properties", "Caption", "DistanceBefore", T::Single, "CaptionDistanceBefore"),
     Grouped("Caption/Properties", "Caption", "DistanceAfter", T::Single, "CaptionDistanceAfter"),
     Grouped("Caption", "Caption", "Font", T::Object, "CaptionFont"),
-    Grouped("Scaling", "Scaling", "Type", T::Enum, "Scaling"),
-    Grouped("Scaling", "Scaling", "LogToNormalScalingLevel", T::Double, "LogToNormalScalingLevel"),
-    Grouped("Scaling", "Scaling", "TicksPointToData", T::Bool, "TicksPointToData"),
-    Grouped("Scaling", "Scaling", "Twisted", T::Bool, "Twisted"),
+    Grouped("Scaling", "Scaling", "Type", T::Enum, "Scaling").Only(QyMedia::Stream | QyMedia::Node),
+    Grouped("Scaling", "Scaling", "LogToNormalScalingLevel", T::Double, "LogToNormalScalingLevel").Only(QyMedia::Stream | QyMedia::Node),
+    Grouped("Scaling", "Scaling", "TicksPointToData", T::Bool, "TicksPointToData").Only(QyMedia::Stream | QyMedia::Node),
+    Grouped("Scaling", "Scaling", "Twisted", T::Bool, "Twisted").Only(QyMedia::Stream | QyMedia::Node),
     QyField("NumbersVisible", T::Bool, "NumbersVisible").At("Scaling").Ini("Numbers.Visible"),
     QyField("NumbersColor", T::Color, "NumbersColor").At("Scaling").Ini("Numbers.Color"),
-    Grouped("Scaling", "Scaling", "RubricsAngle", T::Single, "RubricsAngle"),
+    Grouped("Scaling", "Scaling", "RubricsAngle", T::Single, "RubricsAngle").Only(QyMedia::Stream | QyMedia::Node),
     QyField("MovingSlitWidth", T::Double, "MovingSlitWidth").At("Scaling").Ini("MovingSlit.Width"),
     QyField("MovingSlitIncrement", T::Double, "MovingSlitIncrement").At("Scaling").Ini("MovingSlit.Increment"),
-    Grouped("Scaling", "Scaling", "ExtraDigits", T::Int32, "ExtraDigits"),
-    Grouped("Scaling", "Scaling", "MaxForExtraExponent", T::Double, "MaxForExtraExponent"),
-    Grouped("Scaling", "Scaling", "MinForExtraExponent", T::Double, "MinForExtraExponent"),
+    Grouped("Scaling", "Scaling", "ExtraDigits", T::Int32, "ExtraDigits").Only(QyMedia::Stream | QyMedia::Node),
+    Grouped("Scaling", "Scaling", "MaxForExtraExponent", T::Double, "MaxForExtraExponent").Only(QyMedia::Stream | QyMedia::Node),
+    Grouped("Scaling", "Scaling", "MinForExtraExponent", T::Double, "MinForExtraExponent").Only(QyMedia::Stream | QyMedia::Node),
     Grouped("TickParts", "TickParts", "Auto", T::Bool, "AutoTickParts"),
     Grouped("TickParts", "TickParts", "Label", T::Double, "LabelPart"),
     Grouped("TickParts", "TickParts", "Major", T::Double, "MajorTickPart"),
@@ -215,8 +219,8 @@ TQyRecordTable TQyAxisRecord::Table() {
     TimeFormat("Minute", &TQyAxisTimeFormats::Minute),
     TimeFormat("Second", &TQyAxisTimeFormats::Second),
     TimeFormat("MilliSecond", &TQyAxisTimeFormats::MilliSecond),
-    QyField("IsSlave", T::Bool, "IsSlaveAxis").At("SlaveAxis").Ini("Slave.IsSlave"),
-    QyField("MasterAxis", T::Reference, "MasterAxis").At("SlaveAxis").Ini("Slave.MasterAxis"),
+    QyField("IsSlave", T::Bool, "IsSlaveAxis").At("SlaveAxis").Only(QyMedia::Stream | QyMedia::Node),
+    QyField("MasterAxis", T::Reference, "MasterAxis").At("SlaveAxis").Only(QyMedia::Stream | QyMedia::Node),
     QyField("Offset", T::Double, "SlaveOffset").At("SlaveAxis").Ini("Slave.Offset"),
     QyField("Slope", T::Double, "SlaveSlope").At("SlaveAxis").Ini("Slave.Slope"),
     QyField("Arrow", T::Inline, "ArrowPoint"),
@@ -224,7 +228,7 @@ TQyRecordTable TQyAxisRecord::Table() {
     Grouped("Distance", "Distance", "AxisLabels", T::Single, "DistanceAxisLabels"),
     Grouped("Distance", "Distance", "AxisExtraExponent", T::Single, "DistanceAxisExtraExponent"),
     QyCustomField("Zoom", TQyAxisRecord::WriteZoom, TQyAxisRecord::ReadZoom).At("Zoom"),
-    Grouped("TickParts", "TickParts", "LabelDistanceFactor", T::Single, "LabelDistanceFactor").InBlock(1),
+    Grouped("TickParts", "TickParts", "LabelDistanceFactor", T::Single, "LabelDistanceFactor").InBlock(1).Only(QyMedia::Stream | QyMedia::Node),
     TQyAxisRecord::Partition("LabelParts", 0, &TQyAxis::FLabelPartitions),
     TQyAxisRecord::Partition("LabelParts", 1, &TQyAxis::FLabelPartitions),
     TQyAxisRecord::Partition("LabelParts", 2, &TQyAxis::FLabelPartitions),

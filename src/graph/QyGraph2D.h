@@ -33,6 +33,10 @@ class TQyCustomDoubleVector;
 class TQyGradientSettings;
 class TQyLineSettings;
 class QPrintPreviewDialog;
+class QDomElement;
+class QIODevice;
+class TQyIniFile;
+class TQyDocumentMedium;
 
 namespace QyGraph2D {
 Q_NAMESPACE
@@ -146,6 +150,21 @@ public:
   // A PNG image (at the screen's pixel ratio) and SVG, both in one clipboard entry.
   virtual void CopyToClipboard();
 
+  // ---- documents (QyGraphDocument.cpp): the graph's record with everything hanging on it. A
+  // read either completes or raises EReadError and leaves the graph as it was; it records no
+  // undo entries. XML and INI carry the vectors when the last stream write did.
+  virtual void WriteTo(QIODevice* stream, bool withVectors);
+  virtual void ReadFrom(QIODevice* stream);
+  virtual void WriteTo(QDomElement& node);
+  virtual void ReadFrom(const QDomElement& node);
+  virtual void WriteTo(TQyIniFile& ini, const QString& section);
+  virtual void ReadFrom(const TQyIniFile& ini, const QString& section);
+  void WriteTo(const QString& fileName, bool withVectors);
+  void ReadFrom(const QString& fileName);
+  bool WithVectors() const { return FWithVectors; }
+  // A document is being read: axes leave their ranges and zoom stages as the document has them.
+  bool Reading() const { return FReading; }
+
 protected:
   void AfterConstruction() override;
   void StopPolling() { FPollingThread->Terminate(); }
@@ -158,7 +177,13 @@ protected:
   bool FCaptionSet = false;
   bool FPrinting = false;
   bool FRenderingToImage = false;
+  bool FWithVectors = true;
+  bool FReading = false;
   QSize FLayoutSize;
+
+private:
+  // Reads the whole document, or puts the graph back as it was and raises.
+  void ReadDocument(TQyDocumentMedium& medium);
 };
 
 class TQyGraph2D : public TQyCustomGraph, public IQySeriesHost {
@@ -267,6 +292,7 @@ public:
   bool Printing() const override { return TQyCustomGraph::Printing(); }
   bool RenderingToImage() const override { return TQyCustomGraph::RenderingToImage(); }
   bool Destroying() const override { return TQyCustomGraph::Destroying(); }
+  bool Reading() const override { return TQyCustomGraph::Reading(); }
   TQyUndoRecorder* GetUndoStack() const override { return TQyCustomGraph::GetUndoStack(); }
   TQyRichCaptionObject* CaptionObject() const override { return TQyCustomGraph::CaptionObject(); }
   bool TitleShown() const override { return FCaptionVisible && !FCaption.isEmpty(); }

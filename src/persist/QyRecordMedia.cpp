@@ -56,12 +56,21 @@ QVariant FromText(TQyFieldType type, const QString& text) {
   if (IsText(type)) return text;
   if (IsFloat(type)) return FloatFromText(text);
   if (type == TQyFieldType::Color) return QVariant(uint(ColorToARGB(text)));
+  const QString t = text.trimmed();
   if (type == TQyFieldType::Bool) {
-    const QString t = text.trimmed();
-    return t.compare("true", Qt::CaseInsensitive) == 0 || t.toLongLong() != 0;
+    if (t.compare("true", Qt::CaseInsensitive) == 0) return true;
+    if (t.compare("false", Qt::CaseInsensitive) == 0) return false;
   }
-  return text.trimmed().toLongLong();
+  bool ok = false; // a number where one belongs: "abc" is no 0
+  const qlonglong n = t.toLongLong(&ok);
+  if (!ok) throw EConvertError(QyFormatMessage(QyRes::InvalidInteger, {t}));
+  return type == TQyFieldType::Bool ? QVariant(n != 0) : QVariant(n);
 }
+
+// INI text: a line break would end the entry, so a line feed is escaped as "@\n" beside the
+// carriage return's "@\r" (EncodeForIni leaves line feeds alone).
+QString IniText(const QString& text) { return EncodeForIni(text).replace('\n', QLatin1String("@\\n")); }
+QString TextFromIni(QString text) { return DecodeFomIni(text.replace(QLatin1String("@\\n"), QLatin1String("\n"))); }
 
 QObject* Nested(const QObject* o, const TQyRecordEntry& e) { return QyGetField(o, e).value<QObject*>(); }
 
@@ -119,8 +128,10 @@ void ReadEntry(QObject* o, const TQyRecordEntry& e, TQyDocumentMedium& m) {
   } else if (!QyFieldSettable(e)) {
     // written for other readers only
   } else if (e.Late) {
+    if (e.Type == TQyFieldType::Enum && e.Property) QyCheckEnumValue(o, e.Property, v);
     m.Defer(o, [o, &e, v] { QySetField(o, e, v); });
   } else {
+    if (e.Type == TQyFieldType::Enum && e.Property) QyCheckEnumValue(o, e.Property, v);
     QySetField(o, e, v);
   }
 }
@@ -190,6 +201,12 @@ void TQyDocumentMedium::Defer(QObject* target, std::function<void()> apply) {
   FDeferred.emplace_back(target, std::move(apply));
 }
 
+void TQyDocumentMedium::RemoveMade() {
+  auto made = std::move(FMade);
+  FMade.clear();
+  for (auto it = made.rbegin(); it != made.rend(); ++it) delete it->data();
+}
+
 void TQyDocumentMedium::Bind() {
   auto deferred = std::move(FDeferred);
   FDeferred.clear();
@@ -238,6 +255,13 @@ QVariantList TQyStreamMedium::ReadItems(const QString& key, TQyFieldType type) {
 }
 
 void TQyStreamMedium::WriteBlockFlag(bool more) { TQyByteWriter(FDevice).WriteBool(more); }
+
+// A negative count holds none; a large one ends with the stream, as each child reads something.
+int TQyStreamMedium::BeginChildren(const QString&, int count) {
+  if (Writing()) TQyByteWriter(FDevice).WriteInt32(count);
+  else count = std::max(0, TQyByteReader(FDevice).ReadInt32());
+  return count;
+}
 bool TQyStreamMedium::ReadBlockFlag() { return TQyByteReader(FDevice).ReadUInt8() == 1; }
 
 // ---- XML element
@@ -268,6 +292,28 @@ bool TQyNodeMedium::EnterObject(const QString& key) {
   return true;
 }
 
+int TQyNodeMedium::BeginChildren(const QString& key, int count) {
+  QDomElement list = Child(key, Writing());
+  if (Writing()) list.setAttribute("Count", QString::number(count));
+  FStack.push_back(list);
+  if (Writing()) return count;
+  int n = 0; // the elements present, whatever "Count" claims
+  for (QDomElement c = list.firstChildElement(); !c.isNull(); c = c.nextSiblingElement()) ++n;
+  return n;
+}
+
+void TQyNodeMedium::EnterChild(int index, QString& className) {
+  QDomElement& list = FStack.back();
+  if (Writing()) {
+    FStack.push_back(AddChildElement(list, className));
+    return;
+  }
+  QDomElement c = list.firstChildElement();
+  for (int i = 0; i < index; ++i) c = c.nextSiblingElement();
+  className = c.tagName();
+  FStack.push_back(c);
+}
+
 void TQyNodeMedium::Write(const QString& key, TQyFieldType type, const QVariant& v) {
   FStack.back().setAttribute(key, ToText(type, v));
 }
@@ -295,40 +341,55 @@ QVariantList TQyNodeMedium::ReadItems(const QString& key, TQyFieldType type) {
 // ---- INI section: keys under the prefix of the object, nested objects extend it
 
 QString TQyIniMedium::KeyOf(const QString& key) const {
-  const QString& prefix = FPrefixes.back();
+  const QString& prefix = FScopes.back().Prefix;
   return prefix.isEmpty() ? key : key.isEmpty() ? prefix : prefix + '.' + key;
 }
 
 bool TQyIniMedium::EnterElement(const QString&) {
-  FPrefixes.push_back(FPrefixes.back());
+  FScopes.push_back(FScopes.back());
   return true;
 }
 
 bool TQyIniMedium::EnterObject(const QString& key) {
-  FPrefixes.push_back(KeyOf(key));
+  FScopes.push_back({Section(), KeyOf(key), {}});
   return true;
+}
+
+int TQyIniMedium::BeginChildren(const QString& key, int count) {
+  const QString countKey = key + ".Count";
+  if (Writing()) Write(countKey, TQyFieldType::Int32, count);
+  else count = Read(countKey, TQyFieldType::Int32, 0).toInt();
+  FScopes.push_back({Section(), FScopes.back().Prefix, Section() + '.' + key + '('});
+  // A count beyond the sections present would make objects of nothing.
+  int n = 0;
+  while (n < count && (Writing() || FIni->SectionExists(FScopes.back().List + QString::number(n) + ')'))) ++n;
+  return n;
+}
+
+void TQyIniMedium::EnterChild(int index, QString&) {
+  FScopes.push_back({FScopes.back().List + QString::number(index) + ')', {}, {}});
 }
 
 void TQyIniMedium::Write(const QString& key, TQyFieldType type, const QVariant& v) {
   const QString text = ToText(type, v);
-  FIni->WriteString(FSection, KeyOf(key), IsText(type) ? EncodeForIni(text) : text);
+  FIni->WriteString(Section(), KeyOf(key), IsText(type) ? IniText(text) : text);
 }
 
 QVariant TQyIniMedium::Read(const QString& key, TQyFieldType type, const QVariant& def) {
-  if (!FIni->ValueExists(FSection, KeyOf(key))) return def;
-  const QString text = FIni->ReadString(FSection, KeyOf(key), {});
-  return IsText(type) ? QVariant(DecodeFomIni(text)) : FromText(type, text);
+  if (!FIni->ValueExists(Section(), KeyOf(key))) return def;
+  const QString text = FIni->ReadString(Section(), KeyOf(key), {});
+  return IsText(type) ? QVariant(TextFromIni(text)) : FromText(type, text);
 }
 
 void TQyIniMedium::WriteItems(const QString& key, TQyFieldType type, const QVariantList& items) {
   QStringList texts;
   for (const QVariant& v : items) texts << ToText(type, v);
-  FIni->WriteString(FSection, KeyOf(key), texts.join(','));
+  FIni->WriteString(Section(), KeyOf(key), texts.join(','));
 }
 
 QVariantList TQyIniMedium::ReadItems(const QString& key, TQyFieldType type) {
   QVariantList items;
-  for (const QString& t : FIni->ReadString(FSection, KeyOf(key), {}).split(',', Qt::SkipEmptyParts))
+  for (const QString& t : FIni->ReadString(Section(), KeyOf(key), {}).split(',', Qt::SkipEmptyParts))
     items << FromText(type, t);
   return items;
 }
@@ -387,6 +448,14 @@ QStringList QyReadNumberedTexts(TQyRecordMedium& m, const QString& itemKey, cons
       texts << m.Read(QString("%1(%2)").arg(itemKey).arg(i), TQyFieldType::String, QString()).toString();
   }
   return texts;
+}
+
+void QyCheckEnumValue(const QObject* object, const char* property, const QVariant& value) {
+  const QMetaObject* meta = object->metaObject();
+  const QMetaProperty p = meta->property(meta->indexOfProperty(property));
+  if (!p.isEnumType() || p.isFlagType()) return;
+  const qlonglong v = value.toLongLong();
+  if (v < INT_MIN || v > INT_MAX || !p.enumerator().valueToKey(int(v))) throw EReadError(QyText(QyRes::StreamReadError));
 }
 
 TQyRecordEntry QyParentShowHintField() {

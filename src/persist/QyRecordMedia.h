@@ -35,6 +35,19 @@ public:
   virtual void WriteBlockFlag(bool more) { (void)more; }
   virtual bool ReadBlockFlag() { return true; }
 
+  // A list of child records under `key`: in a stream a 32-bit count; in XML an element `key` with
+  // "Count" and one element per child, named by the child's class; in INI the count under
+  // "<key>.Count" and one section "<section>.<key>(<i>)" per child. Writing: BeginChildren(key, n),
+  // EnterChild(i, class) and Leave() per child, then Leave(). Reading: BeginChildren answers how
+  // many children the document can hold (never more than it has), EnterChild gives the class name
+  // the medium keeps (XML only; else empty).
+  virtual int BeginChildren(const QString& key, int count) = 0;
+  virtual void EnterChild(int index, QString& className) = 0;
+
+  // Objects made while reading, removed again when the read fails.
+  void Made(QObject* object) { FMade.emplace_back(object); }
+  void RemoveMade();
+
   // Runs `apply` after the whole document is read, if `target` still lives.
   void Defer(QObject* target, std::function<void()> apply);
   // Binds the references and late values, in the order they were read.
@@ -43,6 +56,7 @@ public:
 private:
   bool FWriting;
   std::vector<std::pair<QPointer<QObject>, std::function<void()>>> FDeferred;
+  std::vector<QPointer<QObject>> FMade;
 };
 
 class TQyStreamMedium : public TQyDocumentMedium {
@@ -58,6 +72,9 @@ public:
   void Leave() override {}
   void WriteBlockFlag(bool more) override;
   bool ReadBlockFlag() override;
+  int BeginChildren(const QString& key, int count) override;
+  void EnterChild(int, QString&) override {}
+  QIODevice* Device() const { return FDevice; }
 
 private:
   QIODevice* FDevice;
@@ -74,6 +91,8 @@ public:
   bool EnterElement(const QString& path) override;
   bool EnterObject(const QString& key) override;
   void Leave() override { FStack.pop_back(); }
+  int BeginChildren(const QString& key, int count) override;
+  void EnterChild(int index, QString& className) override;
 
 private:
   QDomElement Child(const QString& name, bool fresh);
@@ -83,10 +102,9 @@ private:
 class TQyIniMedium : public TQyDocumentMedium {
 public:
   TQyIniMedium(TQyIniFile& ini, const QString& section, const QString& prefix)
-      : TQyDocumentMedium(true), FIni(&ini), FSection(section), FPrefixes{prefix} {}
+      : TQyDocumentMedium(true), FIni(&ini), FScopes{{section, prefix, {}}} {}
   TQyIniMedium(const TQyIniFile& ini, const QString& section, const QString& prefix)
-      : TQyDocumentMedium(false), FIni(const_cast<TQyIniFile*>(&ini)), FSection(section),
-        FPrefixes{prefix} {} // never written through
+      : TQyDocumentMedium(false), FIni(const_cast<TQyIniFile*>(&ini)), FScopes{{section, prefix, {}}} {} // never written through
   TKind Kind() const override { return TKind::Ini; }
   void Write(const QString& key, TQyFieldType type, const QVariant& value) override;
   QVariant Read(const QString& key, TQyFieldType type, const QVariant& def) override;
@@ -94,13 +112,19 @@ public:
   QVariantList ReadItems(const QString& key, TQyFieldType type) override;
   bool EnterElement(const QString&) override;
   bool EnterObject(const QString& key) override;
-  void Leave() override { FPrefixes.pop_back(); }
+  void Leave() override { FScopes.pop_back(); }
+  int BeginChildren(const QString& key, int count) override;
+  void EnterChild(int index, QString& className) override;
 
 private:
+  // A section and the key prefix in it; a child list keeps its key for the children's sections.
+  struct TScope {
+    QString Section, Prefix, List;
+  };
   QString KeyOf(const QString& key) const;
+  const QString& Section() const { return FScopes.back().Section; }
   TQyIniFile* FIni;
-  QString FSection;
-  std::vector<QString> FPrefixes;
+  std::vector<TScope> FScopes;
 };
 
 // The walk over an object's record (its class's table and its bases'). `firstBlock`: only the
@@ -112,6 +136,10 @@ void QyReadRecord(QObject* object, TQyDocumentMedium& medium, bool firstBlock = 
 // `countKey` and one key "<itemKey>(<i>)" per text.
 void QyWriteNumberedTexts(TQyRecordMedium& m, const QString& itemKey, const QString& countKey, const QStringList& texts);
 QStringList QyReadNumberedTexts(TQyRecordMedium& m, const QString& itemKey, const QString& countKey);
+
+// An enumeration takes only its own values from a document: EReadError for any other, so that no
+// switch over it meets a value it does not know.
+void QyCheckEnumValue(const QObject* object, const char* property, const QVariant& value);
 
 // The hint switches of a widget's record, in element "Properties": hints show whenever there is
 // a text, so both are written for other readers only.

@@ -14,6 +14,7 @@
 #include <QyIO.h>
 #include <QyIniFile.h>
 #include <QyParseFkt.h>
+#include <QyPointSeries.h>
 #include <QyPlaceholders.h>
 #include <QyRecordMedia.h>
 #include <QyRichLabel.h>
@@ -185,6 +186,65 @@ void ByteStream(const uint8_t* data, size_t size) {
   Answer([&] { (void)StringFromStream(&b); });
 }
 
+// Graph documents: read into a graph with axes and a series on a form. A read that fails must
+// leave the graph's own document as it was; anything else is a finding.
+struct GraphForm {
+  QWidget form;
+  TQyGraph2D* graph = new TQyGraph2D(&form);
+  GraphForm() {
+    form.setObjectName("Form1");
+    graph->setObjectName("Graph1");
+    graph->TestPrimaryAxis();
+    auto* s = new TQyLineSeries(&form);
+    s->setObjectName("Series1");
+    auto* y = new TQyDoubleVector(&form);
+    y->setObjectName("Vector1");
+    y->AddRange(std::vector<double>{1, 3, 2});
+    s->SetYData(y);
+    s->SetXAxis(graph->GetPrimaryXAxis());
+    s->SetYAxis(graph->GetPrimaryYAxis());
+  }
+  QByteArray Document() {
+    QByteArray bytes;
+    QBuffer b(&bytes);
+    b.open(QIODevice::WriteOnly);
+    graph->WriteTo(&b, true);
+    return bytes;
+  }
+  void Read(const std::function<void()>& read) {
+    const QByteArray before = Document();
+    try {
+      read();
+    } catch (const EQyException&) {
+      if (Document() != before) abort(); // half-read
+    }
+  }
+};
+
+void GraphStream(const uint8_t* data, size_t size) {
+  GraphForm f;
+  QBuffer b;
+  b.setData(reinterpret_cast<const char*>(data), qsizetype(size));
+  b.open(QIODevice::ReadOnly);
+  f.Read([&] { f.graph->ReadFrom(&b); });
+}
+
+void GraphXml(const uint8_t* data, size_t size) {
+  QDomDocument doc;
+  if (!doc.setContent(QByteArray(reinterpret_cast<const char*>(data), qsizetype(size)))) return;
+  GraphForm f;
+  f.Read([&] { f.graph->ReadFrom(doc.documentElement()); });
+}
+
+void GraphIni(const uint8_t* data, size_t size) {
+  TQyIniFile ini;
+  ini.SetStrings(Text(data, size).split('\n'));
+  const QStringList sections = ini.ReadSections();
+  if (sections.isEmpty()) return;
+  GraphForm f;
+  f.Read([&] { f.graph->ReadFrom(ini, sections.first()); });
+}
+
 // A log of every kind of record, XOR-ed with the input (zeros leave it intact), replayed both
 // ways. The logs are files here, so that the input can reach the bytes.
 void UndoReplay(const uint8_t* data, size_t size) {
@@ -218,7 +278,8 @@ const std::map<std::string, void (*)(const uint8_t*, size_t)> Targets = {
     {"formula", Formula},       {"placeholders", Placeholders}, {"caption", Caption},
     {"colour", Colour},         {"number", Number},             {"format", FormatText},
     {"ini", Ini},               {"xml", Xml},                   {"bytestream", ByteStream},
-    {"undo", UndoReplay}};
+    {"undo", UndoReplay},       {"graphstream", GraphStream},   {"graphxml", GraphXml},
+    {"graphini", GraphIni}};
 
 void (*Target)(const uint8_t*, size_t) = nullptr;
 

@@ -153,14 +153,14 @@ struct Document {
 };
 
 // Every published property of the component's own classes, nested settings compared inside.
-void ExpectSameProperties(const QObject* a, const QObject* b, const QString& path) {
+void ExpectSameProperties(const QObject* a, const QObject* b, const QString& path, const QStringList& skip = {}) {
   const QMetaObject* mo = a->metaObject();
   const int first = a->isWidgetType() ? QWidget::staticMetaObject.propertyCount()
                                       : QObject::staticMetaObject.propertyCount();
   for (int i = first; i < mo->propertyCount(); ++i) {
     const QMetaProperty p = mo->property(i);
     const QString name = path + p.name();
-    if (name.endsWith("PersistentValues")) continue; // not part of a vector's record
+    if (name.endsWith("PersistentValues") || skip.contains(name)) continue; // not part of the record
     const QVariant va = p.read(a), vb = p.read(b);
     QObject* na = va.value<QObject*>();
     if (na && !p.isWritable()) { // owned settings
@@ -380,7 +380,12 @@ TEST_P(RoundTrip, EveryStoredValueComesBack) {
   Document doc;
   doc.Write(medium, original.get());
   doc.Read(medium, copy.get());
-  ExpectSameProperties(original.get(), copy.get(), QString());
+  // The INI list of an axis leaves these out; reading keeps them as they are.
+  const QStringList notInIni{"Caption", "Scaling", "LogToNormalScalingLevel", "TicksPointToData", "Twisted",
+                             "RubricsAngle", "ExtraDigits", "MaxForExtraExponent", "MinForExtraExponent",
+                             "LabelDistanceFactor", "IsSlaveAxis", "MasterAxis"};
+  const bool axisInIni = medium == Medium::Ini && qobject_cast<TQyAxis*>(original.get());
+  ExpectSameProperties(original.get(), copy.get(), QString(), axisInIni ? notInIni : QStringList());
   if (c.alsoSame) c.alsoSame(original.get(), copy.get());
 }
 
