@@ -161,7 +161,7 @@ def pie():
     s.byte(1)                              # Labels
     s.byte(2); s.byte(3); s.string("%.1f")  # From Percent, Position Callouts, Format
     s.single(5.0); s.color(0xFF0000FF)     # Size, Color
-    s.font("Courier", 9.0, 0b1, 0, 4, 0xFF000000)
+    s.font("Courier", 9.0, 0b1, 0, 4, 0xFF800000)  # the fill is the caption's colour
     s.byte(1)                              # Callouts
     s.single(20.0); s.single(5.0); s.single(15.0)  # Rounding, DistanceToPie, SpaceToBorder
     s.byte(2); s.color(0xFFFFFFE0)         # ArrowVisibleMode AllVisible, BackColor
