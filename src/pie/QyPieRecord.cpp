@@ -31,7 +31,7 @@ TQyRecordEntry Constant(const QString& key, int value) {
   return QyField(key, T::Enum, [value](const QObject*) { return QVariant(value); }).At("Properties");
 }
 
-TQyRecordEntry Geometry(const QString& key, int QRect::*, int (QWidget::*get)() const, void (*set)(QWidget*, int)) {
+TQyRecordEntry Geometry(const QString& key, int (QWidget::*get)() const, void (*set)(QWidget*, int)) {
   return QyField(key, T::Int32, [get](const QObject* o) { return QVariant((Chart(o)->*get)()); },
                  [set](QObject* o, const QVariant& v) { set(Chart(o), v.toInt()); })
       .At("Properties");
@@ -145,10 +145,10 @@ QY_REGISTER_RECORD(TQyPieChart, {
         .At("Properties"),
     Constant("Anchors", 3), // left and top
     Constant("Align", 0),
-    Geometry("Top", nullptr, &QWidget::y, [](QWidget* w, int v) { w->move(w->x(), v); }),
-    Geometry("Left", nullptr, &QWidget::x, [](QWidget* w, int v) { w->move(v, w->y()); }),
-    Geometry("Width", nullptr, &QWidget::width, [](QWidget* w, int v) { w->resize(std::max(v, 0), w->height()); }),
-    Geometry("Height", nullptr, &QWidget::height, [](QWidget* w, int v) { w->resize(w->width(), std::max(v, 0)); }),
+    Geometry("Top", &QWidget::y, [](QWidget* w, int v) { w->move(w->x(), v); }),
+    Geometry("Left", &QWidget::x, [](QWidget* w, int v) { w->move(v, w->y()); }),
+    Geometry("Width", &QWidget::width, [](QWidget* w, int v) { w->resize(std::max(v, 0), w->height()); }),
+    Geometry("Height", &QWidget::height, [](QWidget* w, int v) { w->resize(w->width(), std::max(v, 0)); }),
     Constant("BorderStyle", 0),
     Props("Hint", T::String, "toolTip"),
     QyParentShowHintField(),
