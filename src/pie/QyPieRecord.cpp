@@ -42,11 +42,20 @@ TQyRecordEntry Vector(const QString& key, const char* property) {
   return QyField("Name", T::Reference, property).At(key).Ini(key);
 }
 
+// Whether a text document holds the list at all: a missing list keeps what the chart has.
+bool HasList(TQyRecordMedium& medium, const QString& key) {
+  auto& m = static_cast<TQyDocumentMedium&>(medium);
+  if (m.Kind() == TKind::Ini) return m.Read(key + ".Count", T::Int32, {}).isValid();
+  if (!m.EnterElement(key)) return false;
+  m.Leave();
+  return true;
+}
+
 void WriteCaptions(const QObject* o, TQyRecordMedium& m) {
   QyWriteNumberedTexts(m, "Captions", "Captions.Count", Chart(o)->GetCaptions());
 }
 void ReadCaptions(QObject* o, TQyRecordMedium& m) {
-  Chart(o)->SetCaptions(QyReadNumberedTexts(m, "Captions", "Captions.Count"));
+  if (HasList(m, "Captions")) Chart(o)->SetCaptions(QyReadNumberedTexts(m, "Captions", "Captions.Count"));
 }
 
 // The legends that lay themselves out on this chart, by name; reading hands them the chart.
@@ -63,6 +72,7 @@ void WriteLegends(const QObject* o, TQyRecordMedium& m) {
   QyWriteNumberedTexts(m, "RelatedLegends", "RelatedLegends.Count", names);
 }
 void ReadLegends(QObject* o, TQyRecordMedium& m) {
+  if (!HasList(m, "RelatedLegends")) return;
   const QStringList names = QyReadNumberedTexts(m, "RelatedLegends", "RelatedLegends.Count");
   static_cast<TQyDocumentMedium&>(m).Defer(o, [o, names] {
     for (const QString& name : names)

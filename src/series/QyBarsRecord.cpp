@@ -84,6 +84,7 @@ void ReadCaptions(QObject* o, TQyRecordMedium& medium) {
     if (!Bars(o)->FromDatabase()) Bars(o)->SetCaptions(captions);
     return;
   }
+  if (m.Kind() == TKind::Ini && !m.Read("Captions.Count", T::Int32, {}).isValid()) return; // none: kept
   const QStringList captions = QyReadNumberedTexts(m, "Captions", "Captions.Count");
   if (m.Kind() == TKind::Node && captions.size() < 2) return; // a single caption is not read back
   if (!Bars(o)->FromDatabase()) Bars(o)->SetCaptions(captions);

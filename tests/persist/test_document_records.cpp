@@ -512,6 +512,18 @@ TEST(DocumentRecords, BarsCaptionsFollowTheDocumentsData) {
   EXPECT_EQ(reader.GetCaptions(), QStringList({"x", "y", "z"}));
   Copy(Medium::Ini, written.get(), &reader);
   EXPECT_EQ(reader.GetCaptions(), QStringList({"one"}));
+
+  // Text documents without the lists keep the reader's lists.
+  DocForm d;
+  TQyPieChart* pie = MakePie(d);
+  const TQyIniFile ini;
+  QDomDocument doc;
+  const QDomElement empty = doc.createElement("Pie");
+  QyReadFromIni(&reader, ini, "Section");
+  pie->ReadFrom(ini, "Section");
+  pie->ReadFrom(empty);
+  EXPECT_EQ(reader.GetCaptions(), QStringList({"one"}));
+  EXPECT_EQ(pie->GetCaptions(), QStringList({"Nord", "Süd"}));
 }
 
 } // namespace
