@@ -294,6 +294,7 @@ inline constexpr char XMLReadError[] = "XMLReadError: node \"%s\" not found";
 inline constexpr char StreamReadError[] = "Stream read error";
 inline constexpr char StreamWriteError[] = "Stream write error";
 inline constexpr char FileCreateError[] = "Cannot create file \"%s\". %s";
+inline constexpr char FileOpenError[] = "Cannot open file \"%s\". %s";
 inline constexpr char ImageNoWriter[] = "There is no writer for images in %s format";
 inline constexpr char ImageWriteError[] = "Cannot write the image as %s. %s";
 

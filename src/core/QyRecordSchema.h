@@ -76,6 +76,10 @@ struct TQyRecordEntry {
   TQyFieldGetter Get;
   TQyFieldSetter Set;        // none: the value is written, and read past
   int Block = 0;             // the chained block of the stream record
+  // The chain: a class may add its fields after its base's record has closed with flag 0. A
+  // later chain has blocks of its own and closes with 0 only when it has further blocks; a
+  // reader that met an early 0 goes on with the next chain.
+  int Chain = 0;
   QString Element;           // XML child element path ("Caption/Properties"); empty: the record's
   QString IniKey;            // INI key when it is not Key
   QVariant Default;          // what a missing XML attribute or INI key reads as (else the present value)
@@ -85,6 +89,7 @@ struct TQyRecordEntry {
   TQyCustomRead ReadCustom;
 
   TQyRecordEntry& InBlock(int block) { Block = block; return *this; }
+  TQyRecordEntry& InChain(int chain) { Chain = chain; return *this; }
   TQyRecordEntry& At(const QString& element) { Element = element; return *this; }
   TQyRecordEntry& Ini(const QString& key) { IniKey = key; return *this; }
   TQyRecordEntry& Only(quint8 media) { Media = media; return *this; }

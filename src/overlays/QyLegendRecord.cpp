@@ -1,6 +1,8 @@
-// The document record of a graph's legend, in the order of its stream: place and graph, size,
+// The document record of a legend box, in the order of its stream: place and what it lists, size,
 // items, font and frame, distances, caption, and a chained block with the shadow and gradient.
-// XML groups them into child elements; INI keys carry the group as a prefix.
+// XML groups them into child elements; INI keys carry the group as a prefix. The graph's legend
+// lists the graph's series in an order of its own.
+#include "QyLegendRecord.h"
 #include "QyClassRegistry.h"
 #include "QyLegend.h"
 #include "QyRecordMedia.h"
@@ -10,8 +12,8 @@ QY_REGISTER_CLASS(TQyLegend);
 namespace {
 using T = TQyFieldType;
 
-TQyLegend* Legend(QObject* o) { return static_cast<TQyLegend*>(o); }
-const TQyLegend* Legend(const QObject* o) { return static_cast<const TQyLegend*>(o); }
+TQyCustomLegend* Legend(QObject* o) { return static_cast<TQyCustomLegend*>(o); }
+const TQyCustomLegend* Legend(const QObject* o) { return static_cast<const TQyCustomLegend*>(o); }
 
 TQyRecordEntry Props(const QString& key, T type, const char* property) {
   return QyField(key, type, property).At("Properties");
@@ -39,11 +41,11 @@ TQyRecordEntry Parent() {
 }
 
 void WriteOrder(const QObject* o, TQyRecordMedium& m) {
-  QyWriteNumberedTexts(m, "ItemsOrderList", "ItemsOrderList.Count", Legend(o)->GetItemsOrderList());
+  QyWriteNumberedTexts(m, "ItemsOrderList", "ItemsOrderList.Count", static_cast<const TQyLegend*>(o)->GetItemsOrderList());
 }
 
 void ReadOrder(QObject* o, TQyRecordMedium& m) {
-  Legend(o)->SetItemsOrderList(QyReadNumberedTexts(m, "ItemsOrderList", "ItemsOrderList.Count"));
+  static_cast<TQyLegend*>(o)->SetItemsOrderList(QyReadNumberedTexts(m, "ItemsOrderList", "ItemsOrderList.Count"));
 }
 
 TQyRecordEntry Distance(const QString& key, const char* property) {
@@ -55,7 +57,12 @@ TQyRecordEntry CaptionProps(const QString& key, T type, const char* property) {
 }
 } // namespace
 
-QY_REGISTER_RECORD(TQyLegend, {
+TQyRecordEntry QyLegendProperty(const QString& key, TQyFieldType type, const char* property) {
+  return Props(key, type, property);
+}
+
+TQyRecordTable QyLegendBoxRecord(const TQyRecordEntry& source, const TQyRecordTable& colors, const TQyRecordTable& items) {
+  TQyRecordTable table{
     QyField("Name", T::Name, "objectName").Only(QyMedia::Stream | QyMedia::Node),
     Parent(),
     Props("Visible", T::Bool, "Visible"),
@@ -63,7 +70,7 @@ QY_REGISTER_RECORD(TQyLegend, {
     QyParentShowHintField(),
     QyShowHintField(),
     Props("Position", T::Enum, "Position"),
-    Props("Graph", T::Reference, "Graph"),
+    source,
     Props("Top", T::Int32, "Top"),
     Props("Left", T::Int32, "Left"),
     Props("AutoSize", T::Bool, "AutoSize"),
@@ -77,11 +84,15 @@ QY_REGISTER_RECORD(TQyLegend, {
     Props("ItemWidth", T::Single, "ItemWidth"),
     Props("ForeColor", T::Color, "ForeColor"),
     Props("BackColor", T::Color, "BackColor"),
-    Props("LegendCaptionColorFrom", T::Enum, "LegendCaptionColorFrom"),
+  };
+  table.insert(table.end(), colors.begin(), colors.end());
+  table.insert(table.end(), {
     Props("ItemsOrder", T::Enum, "ItemsOrder"),
     Props("Rows", T::Int32, "Rows"),
     Props("Columns", T::Int32, "Columns"),
-    QyCustomField("ItemsOrderList", WriteOrder, ReadOrder),
+  });
+  table.insert(table.end(), items.begin(), items.end());
+  table.insert(table.end(), {
     QyField("Font", T::Object, "Font"),
     QyField("Frame", T::Object, "Frame"),
     Distance("CornerRounding", "CornerRounding").Ini("CornerRounding"),
@@ -98,6 +109,14 @@ QY_REGISTER_RECORD(TQyLegend, {
     QyField("Font", T::Object, "CaptionFont").At("Caption").Ini("Caption.Font"),
     Props("DropShadow", T::Bool, "DropShadow").InBlock(1),
     QyField("Gradient", T::Object, "BackgroundGradient").Ini("BackgroundGradient").InBlock(1),
-});
+  });
+  return table;
+}
+
+static const TQyRecordRegistration LegendRecord(
+    TQyLegend::staticMetaObject,
+    QyLegendBoxRecord(QyLegendProperty("Graph", T::Reference, "Graph"),
+                      {QyLegendProperty("LegendCaptionColorFrom", T::Enum, "LegendCaptionColorFrom")},
+                      {QyCustomField("ItemsOrderList", WriteOrder, ReadOrder)}));
 
 QY_DOCUMENT_MEMBERS_IMPL(TQyLegend)

@@ -55,6 +55,7 @@ class TQyMovable : public QWidget, public TQyRecording, public TQyDeferredInit, 
   QY_PROPERTY(float, CaptionBackRounding, QyRes::MarkerCaptionBackRounding, Modified()) = 0;
   Q_PROPERTY(TQyFont* Font READ GetFont)
   Q_PROPERTY(TQySimpleLineSettings* Line READ GetLine)
+  QY_DOCUMENT_MEMBERS // the record stands in QyMarkersRecord.cpp
 
 public:
   explicit TQyMovable(QWidget* parent = nullptr);

@@ -5,6 +5,7 @@
 #include "QyStringFunctions.h"
 #include "QyXml.h"
 #include <QMetaProperty>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -136,14 +137,30 @@ void ReadEntry(QObject* o, const TQyRecordEntry& e, TQyDocumentMedium& m) {
   }
 }
 
+// Whether a chain of the record has further blocks (the first chain always closes with a flag).
+bool ChainCloses(const std::vector<const TQyRecordEntry*>& record, int chain, quint8 mask) {
+  return chain == 0 || std::any_of(record.begin(), record.end(), [&](const TQyRecordEntry* e) {
+           return e->Chain == chain && e->Block > 0 && (e->Media & mask);
+         });
+}
+
 template <class Visit>
 void Walk(const QObject* o, TQyDocumentMedium& m, bool firstBlock, Visit&& visit) {
   const quint8 mask = MaskOf(m.Kind());
-  int block = 0;
-  for (const TQyRecordEntry* e : QyRecordOf(o->metaObject())) {
+  const auto record = QyRecordOf(o->metaObject());
+  int chain = 0, block = 0;
+  bool open = true; // false once the present chain has ended early
+  auto close = [&] {
+    if (open && !firstBlock && ChainCloses(record, chain, mask)) visit.End();
+  };
+  for (const TQyRecordEntry* e : record) {
     if (!(e->Media & mask) || (firstBlock && e->Block > 0)) continue;
-    for (; block < e->Block; ++block)
-      if (!visit.Block()) return;
+    if (e->Chain != chain) {
+      close();
+      chain = e->Chain, block = 0, open = true;
+    }
+    for (; open && block < e->Block; ++block) open = visit.Block();
+    if (!open) continue;
     if (e->Element.isEmpty() || m.Kind() == TKind::Ini) {
       visit.Entry(*e);
     } else if (m.EnterElement(e->Element)) {
@@ -151,7 +168,7 @@ void Walk(const QObject* o, TQyDocumentMedium& m, bool firstBlock, Visit&& visit
       m.Leave();
     }
   }
-  if (!firstBlock) visit.End();
+  close();
 }
 
 } // namespace

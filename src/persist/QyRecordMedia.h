@@ -21,6 +21,9 @@ public:
   bool Writing() const { return FWriting; }
   // The object takes the name written in the document.
   bool TakeName = false;
+  // The document holds data (a graph written with its vectors): records with data of their own
+  // (captions of bars) write it only then.
+  bool WithData = true;
 
   void WriteObject(const QString& key, const QObject* object) override;
   void ReadObject(const QString& key, QObject* object) override;

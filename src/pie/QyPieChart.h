@@ -92,6 +92,12 @@ class TQyPieChart : public TQyCustomGraph, public IQyVectorListener {
   QY_PROPERTY_CUSTOM(float, CalloutSpaceToBorder) = 10;
   QY_PROPERTY_CUSTOM(float, CalloutRounding) = 0;
 
+  // The chart's documents (QyPieRecord.cpp): a reader that fails leaves the chart as it was.
+  QY_DOCUMENT_MEMBERS
+  // A file holding the stream form.
+  void WriteTo(const QString& fileName) const;
+  void ReadFrom(const QString& fileName);
+
 public:
   explicit TQyPieChart(QWidget* parent = nullptr);
   ~TQyPieChart() override;

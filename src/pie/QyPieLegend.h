@@ -23,6 +23,7 @@ class TQyPieLegend : public TQyCustomLegend {
   QY_PROPERTY(QyTypes::TQyLabelStyle, LabelsFrom, QyRes::PieLegendLabelsFrom, Modified()) = TQyLabelStyle::CaptionsList;
   QY_PROPERTY(QString, LabelFormat, QyRes::PieLabelFormat, Modified());
   QY_PROPERTY(float, DistanceToPie, QyRes::PieLegendDistance, Modified()) = 8.0f;
+  QY_DOCUMENT_MEMBERS // the record stands in QyPieLegendRecord.cpp
 
 public:
   explicit TQyPieLegend(QWidget* parent = nullptr);

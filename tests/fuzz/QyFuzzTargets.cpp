@@ -14,6 +14,7 @@
 #include <QyIO.h>
 #include <QyIniFile.h>
 #include <QyParseFkt.h>
+#include <QyPieLegend.h>
 #include <QyPointSeries.h>
 #include <QyPlaceholders.h>
 #include <QyRecordMedia.h>
@@ -274,12 +275,69 @@ void UndoReplay(const uint8_t* data, size_t size) {
   Answer([&] { stack.Redo(stack.RedoList().Count() - 1); });
 }
 
+// ---- pie chart documents: a reader either takes the whole document or leaves the chart as it
+// was; a chart that read one paints.
+struct PieTarget {
+  QWidget form;
+  TQyPieChart* pie = new TQyPieChart(&form);
+  PieTarget() {
+    form.setObjectName("DocForm");
+    pie->setObjectName("Pie1");
+    auto* values = new TQyDoubleVector(&form);
+    values->setObjectName("Vals");
+    values->AddRange(std::vector<double>{3, 1, 4});
+    (new TQyFillPalette(&form))->setObjectName("Palette1");
+    (new TQyPieLegend(pie))->setObjectName("PieLegend1");
+    pie->resize(120, 90);
+  }
+  QByteArray State() const {
+    QBuffer b;
+    b.open(QIODevice::WriteOnly);
+    pie->WriteTo(&b);
+    return b.data();
+  }
+  void Read(const std::function<void()>& read) {
+    const QByteArray before = State();
+    try {
+      read();
+    } catch (const EQyException&) {
+      if (State() != before) abort(); // half read
+      return;
+    }
+    pie->resize(120, 90);
+    (void)pie->RenderToImage();
+  }
+};
+
+void PieStream(const uint8_t* data, size_t size) {
+  PieTarget t;
+  QBuffer b;
+  b.setData(reinterpret_cast<const char*>(data), qsizetype(size));
+  b.open(QIODevice::ReadOnly);
+  t.Read([&] { t.pie->ReadFrom(&b); });
+}
+
+void PieXml(const uint8_t* data, size_t size) {
+  QDomDocument doc;
+  if (!doc.setContent(QByteArray(reinterpret_cast<const char*>(data), qsizetype(size)))) return;
+  PieTarget t;
+  t.Read([&] { t.pie->ReadFrom(doc.documentElement()); });
+}
+
+void PieIni(const uint8_t* data, size_t size) {
+  TQyIniFile ini;
+  ini.SetStrings(Text(data, size).split('\n'));
+  PieTarget t;
+  for (const QString& section : ini.ReadSections()) t.Read([&] { t.pie->ReadFrom(ini, section); });
+}
+
 const std::map<std::string, void (*)(const uint8_t*, size_t)> Targets = {
     {"formula", Formula},       {"placeholders", Placeholders}, {"caption", Caption},
     {"colour", Colour},         {"number", Number},             {"format", FormatText},
     {"ini", Ini},               {"xml", Xml},                   {"bytestream", ByteStream},
     {"undo", UndoReplay},       {"graphstream", GraphStream},   {"graphxml", GraphXml},
-    {"graphini", GraphIni}};
+    {"graphini", GraphIni},     {"piestream", PieStream},       {"piexml", PieXml},
+    {"pieini", PieIni}};
 
 void (*Target)(const uint8_t*, size_t) = nullptr;
 
