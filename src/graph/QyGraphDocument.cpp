@@ -164,8 +164,10 @@ TQyRecordEntry Children(const TChildList& list) {
 }
 
 // Vectors: in a stream behind the byte WithVectors; in XML and INI an empty list without them.
+// The records after them (captions of bars) hold their own data only with the vectors.
 void WriteVectors(const QObject* o, TQyRecordMedium& m) {
   const bool with = Graph(o)->WithVectors();
+  dynamic_cast<TQyDocumentMedium&>(m).WithData = with;
   if (m.Kind() == TKind::Stream) m.Write("WithVectors", T::Bool, with);
   if (m.Kind() == TKind::Stream && !with) return;
   if (with) return WriteChildren(o, m, Vectors);
@@ -174,7 +176,11 @@ void WriteVectors(const QObject* o, TQyRecordMedium& m) {
 }
 
 void ReadVectors(QObject* o, TQyRecordMedium& m) {
-  if (m.Kind() == TKind::Stream && !m.Read("WithVectors", T::Bool, false).toBool()) return;
+  if (m.Kind() == TKind::Stream) {
+    const bool with = m.Read("WithVectors", T::Bool, false).toBool();
+    dynamic_cast<TQyDocumentMedium&>(m).WithData = with;
+    if (!with) return;
+  }
   ReadChildren(o, m, Vectors);
 }
 

@@ -205,6 +205,7 @@ struct GraphForm {
     s->SetXAxis(graph->GetPrimaryXAxis());
     s->SetYAxis(graph->GetPrimaryYAxis());
   }
+  TQyGraph2D* Doc() const { return graph; }
   QByteArray Document() {
     QByteArray bytes;
     QBuffer b(&bytes);
@@ -222,28 +223,28 @@ struct GraphForm {
   }
 };
 
-void GraphStream(const uint8_t* data, size_t size) {
-  GraphForm f;
+// The three readers of a document of T's object (Doc()); T::Read runs one read and checks that a
+// failed one left the object as it was.
+template <class T> void StreamDocument(const uint8_t* data, size_t size) {
+  T t;
   QBuffer b;
   b.setData(reinterpret_cast<const char*>(data), qsizetype(size));
   b.open(QIODevice::ReadOnly);
-  f.Read([&] { f.graph->ReadFrom(&b); });
+  t.Read([&] { t.Doc()->ReadFrom(&b); });
 }
 
-void GraphXml(const uint8_t* data, size_t size) {
+template <class T> void XmlDocument(const uint8_t* data, size_t size) {
   QDomDocument doc;
   if (!doc.setContent(QByteArray(reinterpret_cast<const char*>(data), qsizetype(size)))) return;
-  GraphForm f;
-  f.Read([&] { f.graph->ReadFrom(doc.documentElement()); });
+  T t;
+  t.Read([&] { t.Doc()->ReadFrom(doc.documentElement()); });
 }
 
-void GraphIni(const uint8_t* data, size_t size) {
+template <class T> void IniDocument(const uint8_t* data, size_t size) {
   TQyIniFile ini;
   ini.SetStrings(Text(data, size).split('\n'));
-  const QStringList sections = ini.ReadSections();
-  if (sections.isEmpty()) return;
-  GraphForm f;
-  f.Read([&] { f.graph->ReadFrom(ini, sections.first()); });
+  T t;
+  for (const QString& section : ini.ReadSections()) t.Read([&] { t.Doc()->ReadFrom(ini, section); });
 }
 
 // A log of every kind of record, XOR-ed with the input (zeros leave it intact), replayed both
@@ -290,6 +291,7 @@ struct PieTarget {
     (new TQyPieLegend(pie))->setObjectName("PieLegend1");
     pie->resize(120, 90);
   }
+  TQyPieChart* Doc() const { return pie; }
   QByteArray State() const {
     QBuffer b;
     b.open(QIODevice::WriteOnly);
@@ -309,35 +311,13 @@ struct PieTarget {
   }
 };
 
-void PieStream(const uint8_t* data, size_t size) {
-  PieTarget t;
-  QBuffer b;
-  b.setData(reinterpret_cast<const char*>(data), qsizetype(size));
-  b.open(QIODevice::ReadOnly);
-  t.Read([&] { t.pie->ReadFrom(&b); });
-}
-
-void PieXml(const uint8_t* data, size_t size) {
-  QDomDocument doc;
-  if (!doc.setContent(QByteArray(reinterpret_cast<const char*>(data), qsizetype(size)))) return;
-  PieTarget t;
-  t.Read([&] { t.pie->ReadFrom(doc.documentElement()); });
-}
-
-void PieIni(const uint8_t* data, size_t size) {
-  TQyIniFile ini;
-  ini.SetStrings(Text(data, size).split('\n'));
-  PieTarget t;
-  for (const QString& section : ini.ReadSections()) t.Read([&] { t.pie->ReadFrom(ini, section); });
-}
-
 const std::map<std::string, void (*)(const uint8_t*, size_t)> Targets = {
     {"formula", Formula},       {"placeholders", Placeholders}, {"caption", Caption},
     {"colour", Colour},         {"number", Number},             {"format", FormatText},
     {"ini", Ini},               {"xml", Xml},                   {"bytestream", ByteStream},
-    {"undo", UndoReplay},       {"graphstream", GraphStream},   {"graphxml", GraphXml},
-    {"graphini", GraphIni},     {"piestream", PieStream},       {"piexml", PieXml},
-    {"pieini", PieIni}};
+    {"undo", UndoReplay},       {"graphstream", StreamDocument<GraphForm>}, {"graphxml", XmlDocument<GraphForm>},
+    {"graphini", IniDocument<GraphForm>},   {"piestream", StreamDocument<PieTarget>},
+    {"piexml", XmlDocument<PieTarget>},    {"pieini", IniDocument<PieTarget>}};
 
 void (*Target)(const uint8_t*, size_t) = nullptr;
 
