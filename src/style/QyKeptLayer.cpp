@@ -7,7 +7,7 @@
 
 bool QyCanKeepLayer(QPainter* g) {
   return g->paintEngine() && g->paintEngine()->type() == QPaintEngine::Raster &&
-         g->transform().type() <= QTransform::TxTranslate &&
+         g->deviceTransform().type() <= QTransform::TxTranslate &&
          g->compositionMode() == QPainter::CompositionMode_SourceOver;
 }
 
@@ -18,12 +18,16 @@ QByteArray QyLookOf(const QPen& pen) {
   return bytes;
 }
 
+// The device painted on: a widget painted into another device (a parent's picture, a backing
+// store) has the painter's device as the widget but its coordinates as the target's.
+static QPaintDevice* Target(QPainter* g) { return g->paintEngine()->paintDevice(); }
+
 // A repaint of part of the picture (its clip inside the kept one) reuses the layer: the pixels
 // inside the new clip were drawn the same way.
 bool TQyKeptLayer::Holds(QPainter* g, const Key& key) const {
   if (FImage.isNull() || key.Version != FVersion || key.Look != FLook) return false;
   if (g->deviceTransform() != FTransform || int(g->renderHints()) != FHints ||
-      g->device()->width() != FDevice.width() || g->device()->height() != FDevice.height())
+      Target(g)->width() != FDevice.width() || Target(g)->height() != FDevice.height())
     return false;
   if (!FClipped) return true;
   return g->hasClipping() && (FTransform.map(g->clipRegion()) - FClip).isEmpty();
@@ -40,14 +44,14 @@ void TQyKeptLayer::Paint(QPainter* g, const Key& key, const QRect& bounds,
     const QTransform t = g->deviceTransform();
     FClipped = g->hasClipping();
     FClip = FClipped ? t.map(g->clipRegion()) : QRegion();
-    QRect area = t.mapRect(bounds) & QRect(0, 0, g->device()->width(), g->device()->height());
+    QRect area = t.mapRect(bounds) & QRect(0, 0, Target(g)->width(), Target(g)->height());
     if (FClipped) area &= FClip.boundingRect();
     FArea = area;
     FVersion = key.Version;
     FLook = key.Look;
     FTransform = t;
     FHints = int(g->renderHints());
-    FDevice = QSize(g->device()->width(), g->device()->height());
+    FDevice = QSize(Target(g)->width(), Target(g)->height());
     if (FImage.size() != area.size().expandedTo(QSize(1, 1)))
       FImage = QImage(area.size().expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
     FImage.fill(Qt::transparent);
@@ -58,8 +62,12 @@ void TQyKeptLayer::Paint(QPainter* g, const Key& key, const QRect& bounds,
     draw(&p);
   }
   if (FArea.isEmpty()) return;
+  // Without a world transformation the painter still moves by the offset of its device in the
+  // target (a widget inside its window's picture).
+  const QTransform world = g->transform(), device = g->deviceTransform();
+  const QPointF offset(device.dx() - world.dx(), device.dy() - world.dy());
   g->save();
   g->setTransform(QTransform());
-  g->drawImage(FArea.topLeft(), FImage);
+  g->drawImage(QPointF(FArea.topLeft()) - offset, FImage);
   g->restore();
 }

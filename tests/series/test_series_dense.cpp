@@ -200,4 +200,11 @@ TEST(DenseLines, KeptPictureIsTheFreshPictureAfterEveryChange) {
   QImage whole(partial.size(), partial.format());
   f.graph->render(&whole);
   EXPECT_EQ(partial.copy(r), whole.copy(r)) << "partial repaint";
+  // Painted as a child inside its window's picture, where the painter's device is the graph but
+  // the coordinates are the window's.
+  f.form->resize(560, 380);
+  f.graph->move(40, 30);
+  QImage window(f.form->size(), whole.format());
+  for (int k = 0; k < 2; ++k) f.form->render(&window);
+  EXPECT_EQ(window.copy(QRect(QPoint(40, 30), whole.size())), whole) << "inside a window";
 }
