@@ -2,6 +2,7 @@
 // A point symbol pre-drawn once into a small image and then put at many places. On a raster image
 // the stamp is blended straight into the pixels: for a symbol a few pixels wide, QPainter's own
 // image drawing costs several times the blending itself.
+#include "QyDirectPixels.h"
 #include <QByteArray>
 #include <QImage>
 #include <QRect>
@@ -33,12 +34,7 @@ private:
   QImage FImage;
   int FHalf = 0; // distance of the symbol's centre from the image's corner
   std::vector<Span> FSpans;
-  // The direct path, when Begin found a plain raster image behind the painter.
-  QImage* FTarget = nullptr;
-  uchar* FBits = nullptr;
-  qsizetype FStride = 0;
-  QPoint FOffset;
-  std::vector<QRect> FClip; // device rectangles, not overlapping
+  TQyDirectPixels FPixels; // when Begin found a plain raster image behind the painter
 };
 
 // Whether stamping is worth it and gives the same picture: many points on a raster engine

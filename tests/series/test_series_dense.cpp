@@ -199,7 +199,8 @@ TEST(DenseLines, KeptPictureIsTheFreshPictureAfterEveryChange) {
   f.graph->render(&partial, r.topLeft(), QRegion(r));
   QImage whole(partial.size(), partial.format());
   f.graph->render(&whole);
-  EXPECT_EQ(partial.copy(r), whole.copy(r)) << "partial repaint";
+  // A repaint through a widget cannot write pixels straight: equal up to rounding in the last bit.
+  EXPECT_LE(QyProbe::MaxChannelDifference(partial.copy(r), whole.copy(r)), 1) << "partial repaint";
   // Painted as a child inside its window's picture, where the painter's device is the graph but
   // the coordinates are the window's.
   f.form->resize(560, 380);

@@ -1,21 +1,12 @@
 // Stamped symbols give the pixels that the painter's own image drawing gives.
 #include "QyKeptLayer.h"
+#include "QyPixelProbe.h"
 #include "QyStamp.h"
 #include "QyStyles.h"
 #include <QPainter>
 #include <gtest/gtest.h>
 
 namespace {
-int MaxChannelDifference(const QImage& a, const QImage& b) {
-  int most = 0;
-  for (int y = 0; y < a.height(); ++y)
-    for (int x = 0; x < a.width(); ++x) {
-      const QRgb p = a.pixel(x, y), q = b.pixel(x, y);
-      for (int shift : {0, 8, 16, 24}) most = std::max(most, std::abs(int((p >> shift) & 255) - int((q >> shift) & 255)));
-    }
-  return most;
-}
-
 QImage Background() {
   QImage image(60, 40, QImage::Format_ARGB32_Premultiplied);
   for (int y = 0; y < 40; ++y)
@@ -49,7 +40,7 @@ TEST(Stamp, EqualsThePaintersImageDrawing) {
     Prepare(p);
     for (QPoint q : Points) p.drawImage(q - QPoint(stamp.Image().width() / 2, stamp.Image().height() / 2), stamp.Image());
   }
-  EXPECT_EQ(MaxChannelDifference(direct, drawn), 0);
+  EXPECT_EQ(QyProbe::MaxChannelDifference(direct, drawn), 0);
 }
 
 TEST(Stamp, KeptLayerIsRedrawnOnlyForNewPointsOrLooks) {
@@ -77,5 +68,5 @@ TEST(Stamp, KeptLayerIsRedrawnOnlyForNewPointsOrLooks) {
   paint(2, red);
   EXPECT_EQ(draws, 4);
   // Through the layer the picture is the one of stamping straight onto it, up to rounding.
-  EXPECT_LE(MaxChannelDifference(layered, straight), 1);
+  EXPECT_LE(QyProbe::MaxChannelDifference(layered, straight), 1);
 }

@@ -1,4 +1,5 @@
 #include "QyPixelProbe.h"
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -38,4 +39,14 @@ int QyProbe::Differences(const QImage& a, const QImage& b) {
     for (int x = 0; x < a.width(); ++x)
       if (a.pixel(x, y) != b.pixel(x, y)) ++n;
   return n;
+}
+
+int QyProbe::MaxChannelDifference(const QImage& a, const QImage& b) {
+  int most = 0;
+  for (int y = 0; y < a.height(); ++y)
+    for (int x = 0; x < a.width(); ++x) {
+      const QRgb p = a.pixel(x, y), q = b.pixel(x, y);
+      for (int shift : {0, 8, 16, 24}) most = std::max(most, std::abs(int((p >> shift) & 255) - int((q >> shift) & 255)));
+    }
+  return most;
 }

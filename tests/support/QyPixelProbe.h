@@ -15,4 +15,6 @@ bool Any(const QImage& image, const QRect& area, QColor color, int tolerance = 0
 QRect BoundsOf(const QImage& image, QColor color, int tolerance = 0);
 // Number of pixels that differ between two images of the same size.
 int Differences(const QImage& a, const QImage& b);
+// The largest difference of one channel between two images of the same size.
+int MaxChannelDifference(const QImage& a, const QImage& b);
 } // namespace QyProbe
