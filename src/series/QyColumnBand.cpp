@@ -60,6 +60,10 @@ bool Dense(const TQyColumn& col, const QPointF* pts) {
 // writing (QPainter's state per call and its coverage spans).
 void FillColumn(const TQyDirectPixels& pixels, int x, double top, double bottom, quint32 color) {
   const auto coverage = [](double share) { return uint(share * 255 + 0.5); };
+  // Rows outside the clip are never written: a column far beyond the image costs nothing.
+  const QRect clip = pixels.Bounds();
+  top = std::max(top, clip.top() - 1.0), bottom = std::min(bottom, clip.bottom() + 2.0);
+  if (!(bottom > top)) return;
   const double first = std::floor(top), last = std::floor(bottom);
   if (first == last) {
     pixels.Span(x, x + 1, int(first), color, coverage(bottom - top));

@@ -48,6 +48,12 @@ bool TQyDirectPixels::Begin(QPainter* g) {
   return true;
 }
 
+QRect TQyDirectPixels::Bounds() const {
+  QRect r;
+  for (const QRect& c : FClip) r |= c;
+  return r.translated(-FOffset);
+}
+
 void TQyDirectPixels::Span(int x0, int x1, int y, quint32 color, uint a) const {
   x0 += FOffset.x(), x1 += FOffset.x(), y += FOffset.y();
   const quint32 src = a >= 255 ? color : QyByteMul(color, a);

@@ -20,6 +20,8 @@ public:
   // The painter's offset in the image, and its clip as image rectangles that do not overlap.
   QPoint Offset() const { return FOffset; }
   const std::vector<QRect>& Clip() const { return FClip; }
+  // The clip's bounding rectangle in the painter's coordinates: nothing outside it is written.
+  QRect Bounds() const;
   quint32* Row(int y) const { return reinterpret_cast<quint32*>(FBits + y * FStride); }
   // Covers the painter's pixels [x0, x1) of row y with the opaque premultiplied colour at
   // coverage a (0..255), inside the clip.
