@@ -58,10 +58,10 @@ bool Dense(const TQyColumn& col, const QPointF* pts) {
 // wholly, and its end rows at the share of them it covers, as the raster engine fills the same
 // rectangle. A thousand full-height columns cost the engine's rectangle fill several times the
 // writing (QPainter's state per call and its coverage spans).
-void FillColumn(const TQyDirectPixels& pixels, int x, double top, double bottom, quint32 color) {
+// Rows outside clip (the pixels' bounds) are never visited: a column far beyond the image costs
+// nothing.
+void FillColumn(const TQyDirectPixels& pixels, const QRect& clip, int x, double top, double bottom, quint32 color) {
   const auto coverage = [](double share) { return uint(share * 255 + 0.5); };
-  // Rows outside the clip are never written: a column far beyond the image costs nothing.
-  const QRect clip = pixels.Bounds();
   top = std::max(top, clip.top() - 1.0), bottom = std::min(bottom, clip.bottom() + 2.0);
   if (!(bottom > top)) return;
   const double first = std::floor(top), last = std::floor(bottom);
@@ -82,12 +82,13 @@ void FillBand(QPainter* g, const std::vector<TQyColumn>& cols, int a, int b, con
               const QColor& color) {
   TQyDirectPixels pixels;
   pixels.Begin(g);
+  const QRect clip = pixels.Bounds();
   for (int j = a; j < b; ++j) {
     const TQyColumn& col = cols[size_t(j)];
     const double left = j == a ? pts[col.First].x() - half : col.Column;
     const double right = j == b - 1 ? pts[col.Last].x() + half : col.Column + 1;
     if (pixels.Active() && left == col.Column && right == col.Column + 1)
-      FillColumn(pixels, int(col.Column), col.Top - half, col.Bottom + half, color.rgba());
+      FillColumn(pixels, clip, int(col.Column), col.Top - half, col.Bottom + half, color.rgba());
     else
       g->fillRect(QRectF(left, col.Top - half, right - left, col.Bottom - col.Top + 2 * half), color);
   }
