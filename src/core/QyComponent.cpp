@@ -22,6 +22,10 @@ QObject* FindComponent(const QObject* owner, const QString& name) {
   return owner->findChild<QObject*>(name, Qt::FindChildrenRecursively);
 }
 
+void QySetSubComponent(QObject* component, bool value) { component->setProperty("QySubComponent", value); }
+
+bool QyIsSubComponent(const QObject* component) { return component->property("QySubComponent").toBool(); }
+
 QString UniqueName(const QObject* owner, const QString& base) {
   for (int i = 1;; ++i) {
     const QString candidate = base + QString::number(i);

@@ -11,6 +11,10 @@ QObject* ComponentOwner(const QObject* component);
 QObject* ComponentForm(const QObject* component);
 // Recursive look-up of a named component below `owner` (exact, case-sensitive name).
 QObject* FindComponent(const QObject* owner, const QString& name);
+// A sub-component is part of another component, which makes it and keeps its settings: documents
+// leave it out.
+void QySetSubComponent(QObject* component, bool value = true);
+bool QyIsSubComponent(const QObject* component);
 // `base` followed by 1, 2, 3, ...: the first name that `owner` does not know; base + "1" without owner.
 QString UniqueName(const QObject* owner, const QString& base);
 

@@ -30,7 +30,9 @@ bool Inherits(const QMetaObject* meta, const char* base) {
   return false;
 }
 
-bool Named(const QObject* o) { return o && !o->objectName().isEmpty() && QyHasRecord(o->metaObject()); }
+bool Named(const QObject* o) {
+  return o && !o->objectName().isEmpty() && QyHasRecord(o->metaObject()) && !QyIsSubComponent(o);
+}
 
 // Where the graph's series, vectors and legends live: the graph's owner.
 QObject* OwnerOf(const TQyGraph2D* g) { return g->parent() ? g->parent() : const_cast<TQyGraph2D*>(g); }
@@ -44,6 +46,9 @@ struct TChildList {
   bool TypeFirst;       // the stream record starts with the class name
   bool OnGraph;         // made on the graph (else on its owner)
   QList<QObject*> (*Of)(const TQyGraph2D*);
+  // The class of a stream record that names none (nullptr: it must name one); `last`: no record
+  // of the list follows.
+  QString (*Infer)(TQyGraph2D*, TQyDocumentMedium&, bool last) = nullptr;
 };
 
 QList<QObject*> VectorsOf(const TQyGraph2D* g) {
@@ -81,7 +86,8 @@ QList<QObject*> LegendsOf(const TQyGraph2D* g) {
 const TChildList Axes{"Axes", "TQyAxis", "TQyAxis", false, true, AxesOf};
 const TChildList Series{"RelatedSeries", "TQySeries", nullptr, true, false, SeriesOf};
 const TChildList Legends{"RelatedLegends", "TQyLegend", "TQyLegend", false, true, LegendsOf};
-const TChildList Markers{"Markers", "TQyMovable", nullptr, false, true, MarkersOf};
+QString InferMarker(TQyGraph2D* g, TQyDocumentMedium& m, bool last);
+const TChildList Markers{"Markers", "TQyMovable", nullptr, false, true, MarkersOf, InferMarker};
 const TChildList Vectors{"Vectors", "TQyCustomDoubleVector", "TQyDoubleVector", false, false, VectorsOf};
 
 bool HasIniEntry(const QObject* o, const QString& key) {
@@ -151,11 +157,71 @@ void ReadChildren(QObject* o, TQyRecordMedium& medium, const TChildList& list) {
   for (int i = 0; i < n; ++i) {
     QString className;
     m.EnterChild(i, className);
-    const auto [type, name] = Identity(m, list, className);
-    QyReadRecord(FindOrMake(Graph(o), m, list, type, name), m);
+    auto [type, name] = Identity(m, list, className);
+    if (type.isEmpty() && list.Infer && m.Kind() == TKind::Stream && !FindComponent(Graph(o), name))
+      type = list.Infer(Graph(o), m, i == n - 1);
+    QObject* child = FindOrMake(Graph(o), m, list, type, name);
+    QyReadRecord(child, m);
+    // The document's order is the stacking order: once all are bound, the children stand so.
+    if (auto* w = qobject_cast<QWidget*>(child)) m.Defer(w, [w] { w->raise(); });
     m.Leave();
   }
   m.Leave();
+}
+
+// ---- the kind of a marker in a stream
+
+// A marker's stream record names no class, and the kinds of marker differ only in the part that
+// places them. A marker that is not on the graph is made of the kind whose record reads the bytes
+// cleanly: every value in range, its axes axes of the graph across the right direction, and
+// after it the next marker's reference under the same owner, or the graph's `Visible` byte.
+bool AxesFit(const TQyGraph2D* g, const std::vector<std::pair<QString, QString>>& references) {
+  for (const auto& [key, ref] : references) {
+    if ((key != "XAxis" && key != "YAxis") || ref.isEmpty()) continue;
+    const auto* axis = qobject_cast<const TQyAxis*>(FindComponent(g, ComponentName(ref)));
+    if (!axis || axis->GetHorizontal() != (key == "XAxis")) return false;
+  }
+  return true;
+}
+
+bool FollowedWell(QIODevice* d, const QString& ownerPath, bool last) {
+  if (!last) return OwnerName(StringFromStream(d)) == ownerPath;
+  char visible = 2;
+  return d->read(&visible, 1) == 1 && (visible == 0 || visible == 1);
+}
+
+bool ReadsAs(TQyGraph2D* g, TQyDocumentMedium& m, const QString& className, const QString& ownerPath, bool last) {
+  QIODevice* d = static_cast<TQyStreamMedium&>(m).Device();
+  std::vector<std::pair<QString, QString>> references;
+  std::unique_ptr<QObject> trial(QyCreateComponent(className, g));
+  d->startTransaction();
+  m.ReferencesRead = &references;
+  bool fits = false;
+  try {
+    QyReadRecord(trial.get(), m);
+    fits = AxesFit(g, references) && FollowedWell(d, ownerPath, last);
+  } catch (const std::exception&) {
+  }
+  m.ReferencesRead = nullptr;
+  d->rollbackTransaction();
+  return fits;
+}
+
+QString InferMarker(TQyGraph2D* g, TQyDocumentMedium& m, bool last) {
+  QIODevice* d = static_cast<TQyStreamMedium&>(m).Device();
+  d->startTransaction();
+  QString ownerPath;
+  try {
+    ownerPath = OwnerName(StringFromStream(d));
+  } catch (...) {
+  }
+  d->rollbackTransaction();
+  QStringList kinds = QyRegisteredClasses();
+  kinds.sort();
+  for (const QString& kind : kinds)
+    if (const QMetaObject* meta = QyFindClass(kind); Inherits(meta, Markers.Base) && ReadsAs(g, m, kind, ownerPath, last))
+      return kind;
+  return {}; // none fits: the read fails
 }
 
 TQyRecordEntry Children(const TChildList& list) {

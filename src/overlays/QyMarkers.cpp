@@ -158,6 +158,8 @@ TQyCrossHair::TQyCrossHair(QWidget* parent) : TQyMovable(parent) {
   FHorizontalMarker->setObjectName("HorizontalMarker");
   FVerticalMarker = new TQyVerticalMarker(parent);
   FVerticalMarker->setObjectName("VertikalMarker");
+  QySetSubComponent(FHorizontalMarker); // the cross hair's record holds them
+  QySetSubComponent(FVerticalMarker);
   // Dragging one line (or undoing its drag) moves the centre along it. The centre follows
   // without recording: the line's own drag was recorded.
   auto follow = [this] { FollowTo(FVerticalMarker->GetX(), FHorizontalMarker->GetY()); };

@@ -103,6 +103,7 @@ void WriteEntry(const QObject* o, const TQyRecordEntry& e, TQyDocumentMedium& m)
 
 // A reference: bound after the document; an empty one sets none, a dangling one nothing.
 void ReadReference(QObject* o, const TQyRecordEntry& e, const QString& ref, TQyDocumentMedium& m) {
+  if (m.ReferencesRead) m.ReferencesRead->emplace_back(e.Key, ref);
   m.Defer(o, [o, &e, ref] {
     QObject* target = ref.isEmpty() ? nullptr : GetComponentFromRef(ref);
     if ((target || ref.isEmpty()) && Nested(o, e) != target) QySetField(o, e, QVariant::fromValue(target));

@@ -24,6 +24,9 @@ public:
   // The document holds data (a graph written with its vectors): records with data of their own
   // (captions of bars) write it only then.
   bool WithData = true;
+  // When set, each reference read is noted as (key, text): a reader trying a record on a class
+  // looks at what it named.
+  std::vector<std::pair<QString, QString>>* ReferencesRead = nullptr;
 
   void WriteObject(const QString& key, const QObject* object) override;
   void ReadObject(const QString& key, QObject* object) override;

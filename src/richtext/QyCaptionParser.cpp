@@ -192,6 +192,7 @@ void TQyCaptionParser::Finish() {
   FTarget.FWidth = *std::max_element(widths.begin(), widths.end());
   FTarget.FHeight = static_cast<float>(FLine + 1) * FLineHeight;
   const int column = static_cast<int>(FTarget.Alignment) % 3;
+  FTarget.FAlignedColumn = column;
   if (FTarget.FSubCaptions.size() < 2 || column == 0) return;
   const float share = column == 1 ? 0.5f : 1.0f;
   for (auto& run : FTarget.FSubCaptions) {

@@ -223,6 +223,7 @@ void TQyRichCaptionObject::PaintGr(QPainter* graphics) {
   if (!graphics || !graphics->isActive()) return;
   try {
     if (!IsParsed()) ParseForSize(graphics, nullptr);
+    AlignLines();
     TPainterState state(graphics);
     graphics->setTransform(BlockTransform(), true);
     QyApplyRenderingHint(graphics, FFont->GetRenderingHint());
@@ -233,6 +234,18 @@ void TQyRichCaptionObject::PaintGr(QPainter* graphics) {
   } catch (...) {
     // painting never raises: a caption that cannot be drawn is left out
   }
+}
+
+// Owners often set the anchor after measuring (its corner depends on the size): the lines
+// follow the anchor's column as it is when drawn.
+void TQyRichCaptionObject::AlignLines() {
+  const int column = static_cast<int>(Alignment) % 3;
+  if (column == FAlignedColumn) return;
+  static constexpr float share[] = {0.0f, 0.5f, 1.0f};
+  const float move = share[column] - share[FAlignedColumn];
+  for (auto& run : FSubCaptions)
+    run->Position.rx() += (FWidth - FLineWidths[static_cast<size_t>(run->LineIndex)]) * move;
+  FAlignedColumn = column;
 }
 
 // ---- TQyRichCaptionObjects

@@ -172,6 +172,7 @@ private:
   friend class TQyCaptionParser;
   void ClearParse();
   QTransform BlockTransform() const;
+  void AlignLines();
   QBrush RunBrush(const TQySubCaption& run) const;
 
   std::unique_ptr<TQyFont> FFont;
@@ -179,6 +180,7 @@ private:
   std::vector<float> FLineWidths;
   QString FPlainText;
   float FWidth = 0, FHeight = 0;
+  int FAlignedColumn = 0; // the anchor column the runs' lines were aligned for
 };
 
 // Metrics of `font` on the painter's device, or for the screen when there is no painter.

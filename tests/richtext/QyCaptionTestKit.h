@@ -14,10 +14,10 @@ struct QyDrawnText {
 // Paints `caption` on `device` and pairs every text item with the run that drew it (plain
 // captions draw exactly one text item per run, in run order).
 inline std::vector<QyDrawnText> QyPaintAndRead(TQyRichCaptionObject& caption,
-                                               QyRecordingDevice& device) {
+                                               QyRecordingDevice& device, bool measure = true) {
   device.Clear();
   QPainter painter(&device);
-  caption.ParseForSize(&painter, nullptr);
+  if (measure) caption.ParseForSize(&painter, nullptr);
   caption.PaintGr(&painter);
   std::vector<QyDrawnText> out;
   const auto items = device.OfKind(QyPrimitive::Text);

@@ -21,6 +21,22 @@ struct Drawn {
 };
 } // namespace
 
+// Owners place the anchor after measuring (the title of a graph, the caption of an axis): the
+// lines follow the anchor's column at painting, in either direction.
+TEST(CaptionPaint, LinesFollowAnAnchorSetAfterMeasuring) {
+  using A = TQyContentAlignment;
+  const struct { A measured, drawn; double share; } cases[] = {
+      {A::TopLeft, A::TopCenter, 0.5}, {A::TopLeft, A::BottomRight, 1}, {A::MiddleRight, A::TopLeft, 0}};
+  for (const auto& c : cases) {
+    Drawn d("Wide first line\nshort", c.measured);
+    d.caption.Alignment = c.drawn;
+    const auto items = QyPaintAndRead(d.caption, d.device, false);
+    ASSERT_EQ(items.size(), 2u);
+    const auto at = [&](const QRectF& box) { return box.left() + c.share * box.width(); };
+    EXPECT_NEAR(at(items[0].box), at(items[1].box), 1.0) << c.share;
+  }
+}
+
 TEST(CaptionPaint, EachAnchorPlacesTheBlockAroundThePoint) {
   for (int a = 0; a < 9; ++a) {
     const auto alignment = static_cast<TQyContentAlignment>(a);
