@@ -82,7 +82,7 @@ const TQyRecordEntry SourceEntry = QyField("DataSource", T::Reference, "DataSour
 
 void WriteDatabase(const QObject* o, TQyRecordMedium& m) {
   if (!Vector(o)->FromDatabase()) return;
-  auto& d = static_cast<TQyDocumentMedium&>(m);
+  auto& d = dynamic_cast<TQyDocumentMedium&>(m);
   d.EnterElement("Database");
   m.Write("DataSource", T::Reference, GetComponentRef(Vector(o)->GetDataSource()));
   m.Write("DataField", T::String, Vector(o)->GetDataField());
@@ -92,7 +92,7 @@ void WriteDatabase(const QObject* o, TQyRecordMedium& m) {
 // The source is bound after the whole document, as every reference: an empty one sets none, a
 // dangling one nothing.
 void ReadDatabase(QObject* o, TQyRecordMedium& m) {
-  auto& d = static_cast<TQyDocumentMedium&>(m);
+  auto& d = dynamic_cast<TQyDocumentMedium&>(m);
   if (!d.EnterElement("Database")) return;
   const QString ref = m.Read("DataSource", T::Reference, QString()).toString();
   const QVariant field = m.Read("DataField", T::String, {});
