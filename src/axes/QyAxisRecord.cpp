@@ -14,6 +14,7 @@ QY_REGISTER_CLASS(TQyAxis);
 namespace {
 using T = TQyFieldType;
 using TKind = TQyRecordMedium::TKind;
+constexpr quint8 TextMedia = QyMedia::Node | QyMedia::Ini;
 
 TQyAxis* Axis(QObject* o) { return static_cast<TQyAxis*>(o); }
 const TQyAxis* Axis(const QObject* o) { return static_cast<const TQyAxis*>(o); }
@@ -63,8 +64,7 @@ struct TQyAxisRecord {
     return QyField(key, T::Double, [field](const QObject* o) { return QVariant(Axis(o)->*field); },
                    [field](QObject* o, const QVariant& v) { Axis(o)->*field = v.toDouble(); })
         .At("Ends")
-        .Ini("Ends." + key)
-        .InBlock(3);
+        .Ini("Ends." + key);
   }
 
   // The stages as two vectors and the current stage: in a stream behind a presence flag, in XML
@@ -156,20 +156,25 @@ void SetHeight(QWidget* w, int v) { w->resize(w->width(), v); }
 } // namespace
 
 // INI carries fewer keys than stream and XML (no caption text, scaling, partitions or slave
-// link): a document keeps that list, and reading leaves what it lacks as it is.
+// link): a document keeps that list, and reading leaves what it lacks as it is. XML and INI keep
+// the order of their own lists: settings that the stream has elsewhere (the hints, the later
+// blocks) stand twice, once for the stream and once for the text media.
 TQyRecordTable TQyAxisRecord::Table() {
   return {
     QyField("Name", T::Name, "objectName").Only(QyMedia::Stream | QyMedia::Node),
     Props("Visible", T::Bool, "Visible"),
-    Props("Hint", T::String, "toolTip"),
-    QyParentShowHintField(),
-    QyShowHintField(),
+    Props("Hint", T::String, "toolTip").Only(QyMedia::Stream),
+    QyParentShowHintField().Only(QyMedia::Stream),
+    QyShowHintField().Only(QyMedia::Stream),
     Props("Position", T::Enum, "Position"),
     Geometry("Top", &QWidget::y, SetTop),
     Geometry("Left", &QWidget::x, SetLeft),
     Props("AutoSize", T::Bool, "AutoSize"),
     Geometry("Width", &QWidget::width, SetWidth),
     Geometry("Height", &QWidget::height, SetHeight),
+    Props("Hint", T::String, "toolTip").Only(TextMedia),
+    QyParentShowHintField().Only(TextMedia),
+    QyShowHintField().Only(TextMedia),
     Props("AxisThicknes", T::Single, "AxisThicknes"),
     Props("MajorTickThicknes", T::Single, "MajorTickThicknes"),
     Props("TickThicknes", T::Single, "TickThicknes"),
@@ -202,16 +207,22 @@ TQyRecordTable TQyAxisRecord::Table() {
     Grouped("TickParts", "TickParts", "Label", T::Double, "LabelPart"),
     Grouped("TickParts", "TickParts", "Major", T::Double, "MajorTickPart"),
     Grouped("TickParts", "TickParts", "Minor", T::Double, "TickPart"),
+    Grouped("TickParts", "TickParts", "MajorGridMode", T::Enum, "MajorGridMode").Only(TextMedia),
     QyField("Font", T::Object, "Font").At("TickParts").Ini("Font"),
     Grouped("Ends", "Ends", "Start", T::Double, "Start"),
     Grouped("Ends", "Ends", "Stop", T::Double, "Stop"),
+    Grouped("Ends", "Ends", "StartPadding", T::Double, "StartPadding").Only(TextMedia),
+    Grouped("Ends", "Ends", "StopPadding", T::Double, "StopPadding").Only(TextMedia),
+    TQyAxisRecord::DataEnd("ValuesStart", &TQyAxis::FDataMin).Only(TextMedia),
+    TQyAxisRecord::DataEnd("ValuesStop", &TQyAxis::FDataMax).Only(TextMedia),
     Grouped("Ends", "Ends", "Rounding", T::Enum, "EndRounding"),
     Grouped("Ends", "Ends", "StartEnd", T::Enum, "StartEnd"),
     Grouped("Ends", "Ends", "StopEnd", T::Enum, "StopEnd"),
+    QyCustomField("Captions", WriteRubrics, ReadRubrics).At("Rubrics").Only(QyMedia::Node),
     QyField("FromDatabase", T::Bool, RubricsFromDatabase).Only(QyMedia::Stream | QyMedia::Ini).Ini("Rubrics.FromDatabase"),
     Grouped("Rubrics/Database", "Rubrics", "DataSource", T::Reference, "DataSource"),
     Grouped("Rubrics/Database", "Rubrics", "RubricsField", T::String, "RubricsField"),
-    QyCustomField("Captions", WriteRubrics, ReadRubrics).At("Rubrics"),
+    QyCustomField("Captions", WriteRubrics, ReadRubrics).At("Rubrics").Only(QyMedia::Stream | QyMedia::Ini),
     TimeFormat("ShortMonth", &TQyAxisTimeFormats::ShortMonth),
     TimeFormat("LongMonth", &TQyAxisTimeFormats::LongMonth),
     TimeFormat("Day", &TQyAxisTimeFormats::Day),
@@ -238,11 +249,11 @@ TQyRecordTable TQyAxisRecord::Table() {
     TQyAxisRecord::Partition("MinorParts", 0, &TQyAxis::FMinorPartitions),
     TQyAxisRecord::Partition("MinorParts", 1, &TQyAxis::FMinorPartitions),
     TQyAxisRecord::Partition("MinorParts", 2, &TQyAxis::FMinorPartitions),
-    Grouped("TickParts", "TickParts", "MajorGridMode", T::Enum, "MajorGridMode").InBlock(2),
-    TQyAxisRecord::DataEnd("ValuesStart", &TQyAxis::FDataMin),
-    TQyAxisRecord::DataEnd("ValuesStop", &TQyAxis::FDataMax),
-    Grouped("Ends", "Ends", "StartPadding", T::Double, "StartPadding").InBlock(4),
-    Grouped("Ends", "Ends", "StopPadding", T::Double, "StopPadding").InBlock(4),
+    Grouped("TickParts", "TickParts", "MajorGridMode", T::Enum, "MajorGridMode").InBlock(2).Only(QyMedia::Stream),
+    TQyAxisRecord::DataEnd("ValuesStart", &TQyAxis::FDataMin).InBlock(3).Only(QyMedia::Stream),
+    TQyAxisRecord::DataEnd("ValuesStop", &TQyAxis::FDataMax).InBlock(3).Only(QyMedia::Stream),
+    Grouped("Ends", "Ends", "StartPadding", T::Double, "StartPadding").InBlock(4).Only(QyMedia::Stream),
+    Grouped("Ends", "Ends", "StopPadding", T::Double, "StopPadding").InBlock(4).Only(QyMedia::Stream),
   };
 }
 

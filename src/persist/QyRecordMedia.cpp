@@ -38,24 +38,9 @@ QString ToText(TQyFieldType type, const QVariant& v) {
   return QString::number(type == TQyFieldType::Int32 ? RoundedInt(v) : v.toLongLong());
 }
 
-// The 15-digit text of a double near the largest one may round beyond it
-// ("1.79769313486232E308"): such a text reads as the largest double of its sign.
-double FloatFromText(const QString& text) {
-  try {
-    return DoubleFromStr(text);
-  } catch (const EConvertError&) {
-    QString lower = text.trimmed().toUpper();
-    if (!lower.endsWith(QLatin1String("E308"))) throw;
-    lower.chop(1);
-    const double tenth = DoubleFromStr(lower + '7');
-    if (std::fabs(tenth) < 1.7e307) throw;
-    return std::copysign(std::numeric_limits<double>::max(), tenth);
-  }
-}
-
 QVariant FromText(TQyFieldType type, const QString& text) {
   if (IsText(type)) return text;
-  if (IsFloat(type)) return FloatFromText(text);
+  if (IsFloat(type)) return QyFloatFromText(text);
   if (type == TQyFieldType::Color) return QVariant(uint(ColorToARGB(text)));
   const QString t = text.trimmed();
   if (type == TQyFieldType::Bool) {
@@ -173,6 +158,21 @@ void Walk(const QObject* o, TQyDocumentMedium& m, bool firstBlock, Visit&& visit
 }
 
 } // namespace
+
+// The 15-digit text of a double near the largest one may round beyond it
+// ("1.79769313486232E308"): such a text reads as the largest double of its sign.
+double QyFloatFromText(const QString& text) {
+  try {
+    return DoubleFromStr(text);
+  } catch (const EConvertError&) {
+    QString lower = text.trimmed().toUpper();
+    if (!lower.endsWith(QLatin1String("E308"))) throw;
+    lower.chop(1);
+    const double tenth = DoubleFromStr(lower + '7');
+    if (std::fabs(tenth) < 1.7e307) throw;
+    return std::copysign(std::numeric_limits<double>::max(), tenth);
+  }
+}
 
 // ---- the walk
 

@@ -143,6 +143,10 @@ void QyReadRecord(QObject* object, TQyDocumentMedium& medium, bool firstBlock = 
 void QyWriteNumberedTexts(TQyRecordMedium& m, const QString& itemKey, const QString& countKey, const QStringList& texts);
 QStringList QyReadNumberedTexts(TQyRecordMedium& m, const QString& itemKey, const QString& countKey);
 
+// A float in the text of a document (a point, fifteen digits; a text that rounds beyond the
+// largest double reads as it).
+double QyFloatFromText(const QString& text);
+
 // An enumeration takes only its own values from a document: EReadError for any other, so that no
 // switch over it meets a value it does not know.
 void QyCheckEnumValue(const QObject* object, const char* property, const QVariant& value);

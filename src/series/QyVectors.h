@@ -223,7 +223,11 @@ public:
   // Takes the values as the vector's content.
   void SetValues(std::vector<double> values);
   std::vector<double> ValueList() const override { return {Data(), Data() + Count()}; }
-  void SetValueList(std::vector<double> values) override { SetValues(std::move(values)); }
+  // As if the values were added one by one: the capacity grows in steps of Increment.
+  void SetValueList(std::vector<double> values) override {
+    Clear(false);
+    AddRange(values);
+  }
   void AddRange(const double* values, int n);
   void AddRange(const std::vector<double>& values) { AddRange(values.data(), int(values.size())); }
   void AddRange(const std::vector<float>& values);
