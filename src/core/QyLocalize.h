@@ -434,14 +434,7 @@ inline constexpr char RegressionVarCorrelation[] = "Correlation coefficient";
 inline constexpr char LsqOrder[] = "General linear least squares order";
 inline constexpr char LsqIndexOutOfRange[] = "General Linear Least Squares: Index of variable out of range";
 inline constexpr char LsqNoBasisFunction[] = "No BasisFunction defined";
-inline constexpr char LsqVarAverageX[] = "Mean of X values";
-inline constexpr char LsqVarAverageY[] = "Mean of Y values";
-inline constexpr char LsqVarVarianceX[] = "Variance of X values";
-inline constexpr char LsqVarVarianceY[] = "Variance of Y values";
-inline constexpr char LsqVarProbability[] = "Probability of the fitted line";
 inline constexpr char LsqVarQRel[] = "Relative error of coefficients";
-inline constexpr char LsqVarSumOfResiduals[] = "Sum of squared deviations of data points to fitted line";
-inline constexpr char LsqVarCoefficients[] = "Coefficients of the general linear least square";
 inline constexpr char LsqVarDeltaCoefficients[] = "Standard deviation of coefficients of the general linear least square";
 } // namespace QyRes
 

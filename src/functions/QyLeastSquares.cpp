@@ -144,14 +144,14 @@ QString TQyCustomGeneralLinearLeastSquares::GetFormula() const {
 
 void TQyCustomGeneralLinearLeastSquares::RegisterVariables() {
   TQyFunctionSeries::RegisterVariables();
-  RegisterNumbers({{"AverageX", QyRes::LsqVarAverageX, &FPoly.AverageX},
-                   {"AverageY", QyRes::LsqVarAverageY, &FPoly.AverageY},
-                   {"VarianceX", QyRes::LsqVarVarianceX, &FPoly.VarianceX},
-                   {"VarianceY", QyRes::LsqVarVarianceY, &FPoly.VarianceY},
-                   {"Probability", QyRes::LsqVarProbability, &FPoly.Probability},
+  RegisterNumbers({{"AverageX", QyRes::FitVarAverageX, &FPoly.AverageX},
+                   {"AverageY", QyRes::FitVarAverageY, &FPoly.AverageY},
+                   {"VarianceX", QyRes::FitVarVarianceX, &FPoly.VarianceX},
+                   {"VarianceY", QyRes::FitVarVarianceY, &FPoly.VarianceY},
+                   {"Probability", QyRes::FitVarProbability, &FPoly.Probability},
                    {"QRel", QyRes::LsqVarQRel, &FPoly.QRel},
-                   {"SumOfResiduals", QyRes::LsqVarSumOfResiduals, &FPoly.SumOfResiduals}});
-  RegisterArrayVariable(this, "Coefficients", QyText(QyRes::LsqVarCoefficients),
+                   {"SumOfResiduals", QyRes::FitVarSumOfResiduals, &FPoly.SumOfResiduals}});
+  RegisterArrayVariable(this, "Coefficients", QyText(QyRes::FitVarCoefficients),
                         [this](int i) { return Coefficients(i); });
   RegisterArrayVariable(this, "DeltaCoefficients", QyText(QyRes::LsqVarDeltaCoefficients),
                         [this](int i) { return DeltaCoefficient(i); });
