@@ -177,12 +177,16 @@ void TQyGraph2D::BoundsChanged() {
 
 // ---- the deferred work ------------------------------------------------------------------------
 
-void TQyGraph2D::TestSeriesAndAxis() {
+void TQyGraph2D::TestSeriesAndAxis(bool picture) {
   const TQyVectorReadLocks hold = HoldSeriesData();
   for (TQySeries* s : FRelatedSeries)
     if (s->GetAutoUpdate() && s->SeriesVisible()) {
       s->CheckDBVectors();
-      s->Calculate();
+      try {
+        s->Calculate();
+      } catch (const EQyException&) {
+        if (!picture) throw;
+      }
     }
   for (TQyAxis* a : Axes()) a->GetNewRanges();
 }

@@ -221,7 +221,9 @@ public:
   void BoundsChanged() override;
   void SeriesModified() override;
   void LegendsModified() override;
-  void TestSeriesAndAxis();
+  // `picture`: a series whose calculation fails is left out of the picture (it keeps its failed
+  // state until its data or settings change) instead of ending the picture.
+  void TestSeriesAndAxis(bool picture = false);
   // The poll (on the interface thread): unless updating or a layout is due anyway, the series
   // look at their vectors and the axes at their ranges. Nothing changed costs a comparison of
   // counts per series.

@@ -51,10 +51,20 @@ struct TChildList {
   QString (*Infer)(TQyGraph2D*, TQyDocumentMedium&, bool last) = nullptr;
 };
 
+// The vectors of the series' data, then any further vector a named series refers to (the deltas
+// of error bars, weights): without those a document read elsewhere would lose their values.
 QList<QObject*> VectorsOf(const TQyGraph2D* g) {
   QList<QObject*> out;
   for (TQyCustomDoubleVector* v : g->GetVectorsList())
     if (Named(v)) out << v;
+  for (TQySeries* s : g->RelatedSeries()) {
+    if (s->objectName().isEmpty()) continue;
+    const QMetaObject* meta = s->metaObject();
+    for (int i = 0; i < meta->propertyCount(); ++i) {
+      auto* v = qobject_cast<TQyDoubleVector*>(meta->property(i).read(s).value<QObject*>());
+      if (Named(v) && !out.contains(v)) out << v;
+    }
+  }
   return out;
 }
 

@@ -51,7 +51,7 @@ void TQyGraph2D::PaintPicture(QPainter* g) {
   // that became visible asks for new ranges), and a picture must never show half of a change.
   // An axis whose settings changed lays out the whole graph before anything is drawn.
   for (int pass = 0; pass < 3; ++pass) {
-    TestSeriesAndAxis();
+    TestSeriesAndAxis(true);
     bool stale = FNeedsCalculate;
     for (TQyAxis* a : Axes()) stale = stale || a->NeedsCalc();
     if (!stale || Updating()) break;

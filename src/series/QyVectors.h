@@ -215,10 +215,16 @@ class TQyDoubleVector : public TQyCustomDoubleVector, public IQyValueList {
   Q_PROPERTY(int Increment READ Increment WRITE SetIncrement)
   QY_PROPERTY_CUSTOM(QString, DataField);
   Q_PROPERTY(QAbstractItemModel* DataSource READ GetDataSource WRITE SetDataSource)
+  // The values as a property of the component, for a saver of component state, which keeps it
+  // when PersistentValues is set (Qt evaluates no function for STORED).
+  Q_PROPERTY(QVariantList Values READ StoredValues WRITE LoadValues STORED false)
   QY_DOCUMENT_MEMBERS
 
 public:
   explicit TQyDoubleVector(QObject* owner = nullptr);
+  // Locale-independent texts; loading takes texts and numbers alike and replaces the values.
+  QVariantList StoredValues() const;
+  void LoadValues(const QVariantList& items);
   ~TQyDoubleVector() override;
   // Takes the values as the vector's content.
   void SetValues(std::vector<double> values);

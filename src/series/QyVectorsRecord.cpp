@@ -37,6 +37,25 @@ QVariantList ReadList(TQyRecordMedium& m, const QString& key, TQyFieldType type)
   return items;
 }
 
+} // namespace
+
+QVariantList TQyDoubleVector::StoredValues() const {
+  QVariantList texts;
+  texts.reserve(Count());
+  for (double x : *this) texts << DoubleToStr(x);
+  return texts;
+}
+
+void TQyDoubleVector::LoadValues(const QVariantList& items) {
+  std::vector<double> values;
+  values.reserve(size_t(items.size()));
+  for (const QVariant& v : items)
+    values.push_back(v.typeId() == QMetaType::QString ? QyFloatFromText(v.toString()) : v.toDouble());
+  Clear(false);
+  AddRange(values);
+}
+
+namespace {
 void WriteValues(const QObject* o, TQyRecordMedium& m) {
   const TQyDoubleVector* v = Vector(o);
   if (m.Kind() == TKind::Node && v->FromDatabase()) return; // the model holds them

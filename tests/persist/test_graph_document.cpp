@@ -4,8 +4,11 @@
 #include <QyGraph2D.h>
 #include <QyIniFile.h>
 #include <QyArrowMarker.h>
+#include <QyBars.h>
 #include <QyLegend.h>
 #include <QyMarkers.h>
+#include <QyMovingAverage.h>
+#include <QyPointSeries.h>
 #include <QyUndoStack.h>
 #include <QyVectors.h>
 #include <QBuffer>
@@ -63,6 +66,22 @@ void MakeRich(Form& f) {
   s->SetCaption(QString::fromUtf8("Messreihe ä"));
   s->GetLine()->SetColor(0xFF2060C0u);
   s->GetLine()->SetWidth(3);
+  // A series of each further kind: bars, error bars, a calculated curve.
+  const auto hang = [&](TQyLineSeries* series, const char* name, TQyCustomDoubleVector* x, TQyCustomDoubleVector* y) {
+    series->setObjectName(name);
+    series->SetXData(x);
+    series->SetYData(y);
+    series->SetXAxis(g->GetPrimaryXAxis());
+    series->SetYAxis(g->GetPrimaryYAxis());
+  };
+  auto* barsX = NewVector(f.form.get(), "BarsX", {0.5, 1.5, 2.5});
+  hang(new TQyBars(f.form.get()), "Bars1", barsX, NewVector(f.form.get(), "BarsY", {0.5, 2, -0.5}));
+  auto* errors = new TQyPointWithErrorSeries(f.form.get());
+  hang(errors, "Errors1", barsX, NewVector(f.form.get(), "ErrorsY", {3, 2.5, 3.5}));
+  errors->SetDeltaYPlus(NewVector(f.form.get(), "ErrorsDelta", {0.25, 0.5, 0.125}));
+  auto* average = new TQyMovingAverage(f.form.get());
+  hang(average, "Average1", s->GetXData(), s->GetYData());
+  average->SetN(3);
   g->GetPrimaryYAxis()->SetStartEnd(TQyAxisEnd::Fixed);
   g->GetPrimaryYAxis()->SetStopEnd(TQyAxisEnd::Fixed);
   g->GetPrimaryYAxis()->SetStart(-1);

@@ -445,3 +445,14 @@ TEST(RecordMedia, DocumentNamesAndKeptQuirks) {
 }
 
 } // namespace
+
+// The values as a property of the component: texts with a point whatever the locale; loaded from
+// texts or numbers, a text just beyond the largest double as the largest.
+TEST(VectorValues, PropertyTakesTextsAndNumbers) {
+  TQyDoubleVector v;
+  EXPECT_FALSE(v.GetPersistentValues());
+  v.SetValues({1.5, -2e300});
+  EXPECT_EQ(v.property("Values").toList(), (QVariantList{"1.5", "-2E300"}));
+  ASSERT_TRUE(v.setProperty("Values", QVariantList{"0.25", 3, "1.79769313486232E308"}));
+  EXPECT_EQ(v.ValueList(), (std::vector<double>{0.25, 3, std::numeric_limits<double>::max()}));
+}
