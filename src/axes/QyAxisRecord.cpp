@@ -60,6 +60,17 @@ struct TQyAxisRecord {
         .InBlock(1);
   }
 
+  // The parts as stored: with AutoTickParts they are what the last layout found, and their setters
+  // refuse them then; a graph read back from its own document must get them all the same.
+  static TQyRecordEntry Part(const QString& key, double TQyAxis::*field) {
+    return QyField(key, T::Double, [field](const QObject* o) { return QVariant(Axis(o)->*field); },
+                   [field](QObject* o, const QVariant& v) {
+                     if (std::isfinite(v.toDouble())) Axis(o)->*field = std::fabs(v.toDouble());
+                   })
+        .At("TickParts")
+        .Ini("TickParts." + key);
+  }
+
   static TQyRecordEntry DataEnd(const QString& key, double TQyAxis::*field) {
     return QyField(key, T::Double, [field](const QObject* o) { return QVariant(Axis(o)->*field); },
                    [field](QObject* o, const QVariant& v) { Axis(o)->*field = v.toDouble(); })
@@ -204,9 +215,9 @@ TQyRecordTable TQyAxisRecord::Table() {
     Grouped("Scaling", "Scaling", "MaxForExtraExponent", T::Double, "MaxForExtraExponent").Only(QyMedia::Stream | QyMedia::Node),
     Grouped("Scaling", "Scaling", "MinForExtraExponent", T::Double, "MinForExtraExponent").Only(QyMedia::Stream | QyMedia::Node),
     Grouped("TickParts", "TickParts", "Auto", T::Bool, "AutoTickParts"),
-    Grouped("TickParts", "TickParts", "Label", T::Double, "LabelPart"),
-    Grouped("TickParts", "TickParts", "Major", T::Double, "MajorTickPart"),
-    Grouped("TickParts", "TickParts", "Minor", T::Double, "TickPart"),
+    TQyAxisRecord::Part("Label", &TQyAxis::FLabelPart),
+    TQyAxisRecord::Part("Major", &TQyAxis::FMajorTickPart),
+    TQyAxisRecord::Part("Minor", &TQyAxis::FTickPart),
     Grouped("TickParts", "TickParts", "MajorGridMode", T::Enum, "MajorGridMode").Only(TextMedia),
     QyField("Font", T::Object, "Font").At("TickParts").Ini("Font"),
     Grouped("Ends", "Ends", "Start", T::Double, "Start"),

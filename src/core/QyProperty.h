@@ -25,6 +25,8 @@ public:
   // Brackets records so that they make one entry under `caption`; groups may nest.
   virtual void StartGroup(const QString& caption) { (void)caption; }
   virtual void StopGroup() {}
+  // While a document is read nothing is recorded, whichever object the reader changes; calls nest.
+  virtual void SetReading(bool on) { (void)on; }
 };
 
 // Mixin for every class whose setters record. A part that the graph hands the stack to holds it;

@@ -426,8 +426,8 @@ void TQyCustomGraph::WriteTo(const QString& fileName, bool withVectors) {
 // ---- reading
 
 // A document is untrusted: a read that fails removes the children it made and reads back the
-// graph's own document written before, so nothing is left half-read. The undo stack is taken
-// off the graph meanwhile: reading is no edit.
+// graph's own document written before, so nothing is left half-read. The undo stack records
+// nothing meanwhile: reading is no edit, and children it makes join the stack as usual.
 void TQyCustomGraph::ReadDocument(TQyDocumentMedium& medium) {
   QByteArray snapshot;
   QBuffer b(&snapshot);
@@ -435,14 +435,14 @@ void TQyCustomGraph::ReadDocument(TQyDocumentMedium& medium) {
   const bool with = FWithVectors;
   WriteTo(&b, true);
   FWithVectors = with;
-  TQyUndoRecorder* stack = GetUndoStack();
-  SetUndoStack(nullptr);
+  const QPointer<TQyUndoRecorder> stack = GetUndoStack();
+  if (stack) stack->SetReading(true);
   FReading = true;
   // Modified once: every axis lays out again and the series make their points anew, since the
   // settings read took effect without their notices.
   const auto done = [&] {
     FReading = false;
-    SetUndoStack(stack);
+    if (stack) stack->SetReading(false);
     for (TQyAxis* a : findChildren<TQyAxis*>(Qt::FindDirectChildrenOnly)) a->Modified();
     if (auto* g = qobject_cast<TQyGraph2D*>(this)) g->SeriesModified();
     Modified();

@@ -68,7 +68,7 @@ public:
   std::function<void(QObject* sender)> OnUndo, OnRedo;
 
   // ---- recording (nothing while disabled, restoring or reading)
-  bool IsRecording() const override { return FEnabled && !FRestoring && !FReading; }
+  bool IsRecording() const override { return FEnabled && !FRestoring && FReading == 0; }
   // The present value of the property; EFilerError "Property: "%s" not found" for an unknown
   // name (nothing is written). Object values are kept as references.
   void PushProperty(QObject* instance, const QString& caption, const char* propName) override;
@@ -102,8 +102,7 @@ public:
   int RedoCount() const { return int(FRedo.GroupPositions.size()); }
   const TQyUndoList& UndoList() const { return FUndoList; }
   const TQyUndoList& RedoList() const { return FRedoList; }
-  // While a document is read into the owner nothing is recorded.
-  void SetReading(bool on) { FReading = on; }
+  void SetReading(bool on) override { FReading += on ? 1 : FReading > 0 ? -1 : 0; }
 
   // ---- inspection (tests, diagnostics)
   qint64 UndoStreamSize() const;
@@ -157,7 +156,7 @@ private:
   int FLimit = 20;
   bool FToMemoryStream = true;
   bool FRestoring = false;
-  bool FReading = false;
+  int FReading = 0; // documents being read
   bool FDoRedo = false;
   TLog FUndo, FRedo;
   std::unique_ptr<QIODevice> FScratch;

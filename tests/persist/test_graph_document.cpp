@@ -264,6 +264,9 @@ TEST(GraphDocumentFailure, BrokenDocumentsLeaveTheGraphAsItWas) {
   f.graph->ReadFrom(&b); // a good document reads, and records nothing either
   EXPECT_EQ(stack.UndoCount(), undo);
   EXPECT_EQ(f.graph->CaptionAsString(), QString::fromUtf8("Übersicht\r\nzweite Zeile"));
+  // A series the read made joined the stack: a later edit of it records.
+  f.form->findChild<TQyLineSeries*>("Series1")->SetCaption("edited");
+  EXPECT_EQ(stack.UndoCount(), undo + 1);
 }
 
 // Text documents: a line feed inside an INI caption stays in its entry; a number in the wrong form
