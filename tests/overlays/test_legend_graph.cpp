@@ -7,10 +7,8 @@
 #include <QyLegend.h>
 #include <QyPointSeries.h>
 #include <QyUndoStack.h>
+#include "QyRoundTrip.h"
 #include <QBuffer>
-#include <QDomDocument>
-#include <QyIniFile.h>
-#include <QyRecordMedia.h>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -31,6 +29,12 @@ struct LegendGraph : QyTestGraph {
     QStringList out;
     for (int i = 0; i < legend->ItemCaptions().Count(); ++i) out << legend->ItemCaptions()[i]->PlainText();
     return out;
+  }
+  // Paints the legend alone into the emptied device.
+  void PaintLegend(QyRecordingDevice& dev) {
+    dev.Clear();
+    QPainter p(&dev);
+    legend->PaintGr(&p);
   }
 };
 } // namespace
@@ -155,10 +159,7 @@ TEST(LegendOnGraph, ItemTextsAreRichCaptions) {
   f.legend->Modified();
   EXPECT_EQ(f.Texts(), QStringList({"H2O", "#1"}));
   QyRecordingDevice dev;
-  {
-    QPainter p(&dev);
-    f.legend->PaintGr(&p);
-  }
+  f.PaintLegend(dev);
   EXPECT_EQ(f.legend->ItemCaptions()[1]->FillColorOverride, static_cast<TQyLineSeries*>(b)->GetLine()->GetColor());
 }
 
@@ -210,16 +211,11 @@ TEST(LegendOnGraph, SamplesOfEachKindOfSeries) {
     ASSERT_EQ(f.legend->ItemSeries().size(), 1);
     const QRectF box(f.legend->ItemRects()[0]);
     QyRecordingDevice dev;
-    auto paint = [&] {
-      dev.Clear();
-      QPainter p(&dev);
-      f.legend->PaintGr(&p);
-    };
-    paint();
+    f.PaintLegend(dev);
     EXPECT_FALSE(dev.Select([&](const QyPrimitive& p) { return r.sample(p, box); }).empty());
     QObject* handed = nullptr;
     f.legend->OnDrawLegendItem = [&](QObject* item, const TQyLegendItemDrawArgs&) { handed = item; };
-    paint();
+    f.PaintLegend(dev);
     EXPECT_EQ(handed, series);
     EXPECT_TRUE(dev.Select([&](const QyPrimitive& p) { return r.sample(p, box); }).empty());
   }
@@ -303,30 +299,9 @@ TEST(LegendOnGraph, DocumentsKeepTheLegend) {
                            "CaptionVisible", "DropShadow", "ItemsOrder"};
   for (int medium = 0; medium < 3; ++medium) {
     SCOPED_TRACE(medium);
-    QByteArray bytes;
-    QDomDocument dom;
-    QDomElement e = dom.createElement("Legend");
-    dom.appendChild(e);
     TQyIniFile ini;
-    if (medium == 0) {
-      QBuffer out(&bytes);
-      out.open(QIODevice::WriteOnly);
-      l->WriteTo(&out);
-    } else if (medium == 1) {
-      l->WriteTo(e);
-    } else {
-      l->WriteTo(ini, "Legend");
-    }
     TQyLegend copy(f.form.get());
-    if (medium == 0) {
-      QBuffer in(&bytes);
-      in.open(QIODevice::ReadOnly);
-      copy.ReadFrom(&in);
-    } else if (medium == 1) {
-      copy.ReadFrom(e);
-    } else {
-      copy.ReadFrom(ini, "Legend");
-    }
+    QyRoundTrip(medium, l, &copy, ini);
     for (const char* p : checked) EXPECT_EQ(copy.property(p), l->property(p)) << p;
     EXPECT_EQ(copy.GetCaptionFont()->GetSize(), 14.0f);
     EXPECT_TRUE(copy.GetBackgroundGradient()->GetVisible());
