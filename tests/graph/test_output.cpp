@@ -1,4 +1,5 @@
 // Output to files, printers and the clipboard, checked by reading what was written.
+#include "QyExpect.h"
 #include "QyPixelProbe.h"
 #include "QyTestGraph.h"
 #include <QyExceptions.h>
@@ -185,20 +186,12 @@ TEST(Output, UnwritableFormatsAndPlacesRaise) {
     EXPECT_THROW(f.graph->SaveImage(&readOnly, format), EWriteError) << int(format);
   QTemporaryDir dir;
   const QString exif = dir.filePath("graph.exif");
-  try {
-    f.graph->SaveImage(exif, TQyImageFileFormat::EXIF);
-    ADD_FAILURE() << "no exception";
-  } catch (const EWriteError& e) {
-    EXPECT_EQ(e.Message(), "There is no writer for images in EXIF format");
-  }
+  EXPECT_EQ(QyMessageOf<EWriteError>([&] { f.graph->SaveImage(exif, TQyImageFileFormat::EXIF); }),
+            "There is no writer for images in EXIF format");
   EXPECT_FALSE(QFile::exists(exif));
   const QString nowhere = dir.filePath("no/such/folder.png");
-  try {
-    f.graph->SaveImage(nowhere, TQyImageFileFormat::PNG);
-    ADD_FAILURE() << "no exception";
-  } catch (const EStreamError& e) {
-    EXPECT_TRUE(e.Message().startsWith(QString("Cannot create file \"%1\".").arg(nowhere))) << e.what();
-  }
+  const QString message = QyMessageOf<EStreamError>([&] { f.graph->SaveImage(nowhere, TQyImageFileFormat::PNG); });
+  EXPECT_TRUE(message.startsWith(QString("Cannot create file \"%1\".").arg(nowhere))) << message.toStdString();
 }
 
 // Shown scroll bars are left out: the picture loses the vertical bar's strip at the left and

@@ -5,12 +5,9 @@
 #include "QyTestGraph.h"
 #include <QyIO.h>
 #include <QyLegend.h>
-#include <QyPointSeries.h>
 #include <QyUndoStack.h>
+#include "QyRoundTrip.h"
 #include <QBuffer>
-#include <QDomDocument>
-#include <QyIniFile.h>
-#include <QyRecordMedia.h>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -31,6 +28,12 @@ struct LegendGraph : QyTestGraph {
     QStringList out;
     for (int i = 0; i < legend->ItemCaptions().Count(); ++i) out << legend->ItemCaptions()[i]->PlainText();
     return out;
+  }
+  // Paints the legend alone into the emptied device.
+  void PaintLegend(QyRecordingDevice& dev) {
+    dev.Clear();
+    QPainter p(&dev);
+    legend->PaintGr(&p);
   }
 };
 } // namespace
@@ -155,74 +158,32 @@ TEST(LegendOnGraph, ItemTextsAreRichCaptions) {
   f.legend->Modified();
   EXPECT_EQ(f.Texts(), QStringList({"H2O", "#1"}));
   QyRecordingDevice dev;
-  {
-    QPainter p(&dev);
-    f.legend->PaintGr(&p);
-  }
+  f.PaintLegend(dev);
   EXPECT_EQ(f.legend->ItemCaptions()[1]->FillColorOverride, static_cast<TQyLineSeries*>(b)->GetLine()->GetColor());
 }
 
-// Each kind of series draws its own sample into its item's box; a draw handler replaces it.
-TEST(LegendOnGraph, SamplesOfEachKindOfSeries) {
+// The series draws its own sample into its item's box (each kind's sample is the series' own
+// business); a draw handler replaces it.
+TEST(LegendOnGraph, SeriesDrawsItsSampleInTheItemBox) {
   const QColor look(0, 128, 255);
-  struct Row { const char* kind; std::function<TQySeries*(LegendGraph&)> make; std::function<bool(const QyPrimitive&, const QRectF&)> sample; };
-  const Row rows[] = {
-      {"line", [&](LegendGraph& f) { return f.AddSeries({0, 1}, {0, 1}, look.rgba()); },
-       [&](const QyPrimitive& p, const QRectF& r) {
-         return p.kind == QyPrimitive::Line && p.pen.color() == look && p.points[0].y() == r.center().y() &&
-                p.points[0].x() == r.left() && p.points[1].x() == r.right();
-       }},
-      {"area", [&](LegendGraph& f) {
-         TQyLineSeries* s = f.AddSeries({0, 1}, {0, 1});
-         s->GetLine()->SetVisible(false);
-         s->GetArea()->SetVisible(true);
-         s->GetArea()->SetForeColor(look.rgba());
-         return s;
-       },
-       [&](const QyPrimitive& p, const QRectF& r) { return p.kind == QyPrimitive::Polygon && p.brush.color() == look && p.points.boundingRect() == r; }},
-      {"symbol", [&](LegendGraph& f) {
-         auto* s = f.Add<TQyPointSeries>({0, 1}, {0, 1});
-         s->GetLine()->SetVisible(false);
-         s->PointSymbol()->SetFillColor(look.rgba());
-         s->PointSymbol()->SetPointSymbol(TQyPointSymbol::Square);
-         return s;
-       },
-       [&](const QyPrimitive& p, const QRectF& r) {
-         return p.brush.color() == look && p.DevicePoints().boundingRect().center() == r.center();
-       }},
-      {"error bars", [&](LegendGraph& f) {
-         auto* s = f.Add<TQyPointWithErrorSeries>({0, 1}, {0, 1});
-         s->SetDeltaYPlus(f.Vector({1, 1}));
-         s->GetErrorIndicator()->SetColor(look.rgba());
-         return s;
-       },
-       [&](const QyPrimitive& p, const QRectF& r) {
-         return p.kind == QyPrimitive::Line && p.pen.color() == look && p.points[0].x() == r.center().x() &&
-                p.points[1].y() < r.center().y();
-       }},
+  LegendGraph f;
+  for (TQySeries* s : f.graph->RelatedSeries()) s->SetIncludeInLegend(false);
+  TQySeries* series = f.AddSeries({0, 1}, {0, 1}, look.rgba());
+  f.Render();
+  ASSERT_EQ(f.legend->ItemSeries().size(), 1);
+  const QRectF box(f.legend->ItemRects()[0]);
+  auto sample = [&](const QyPrimitive& p) {
+    return p.kind == QyPrimitive::Line && p.pen.color() == look && p.points[0].y() == box.center().y() &&
+           p.points[0].x() == box.left() && p.points[1].x() == box.right();
   };
-  for (const Row& r : rows) {
-    SCOPED_TRACE(r.kind);
-    LegendGraph f;
-    for (TQySeries* s : f.graph->RelatedSeries()) s->SetIncludeInLegend(false);
-    TQySeries* series = r.make(f);
-    f.Render();
-    ASSERT_EQ(f.legend->ItemSeries().size(), 1);
-    const QRectF box(f.legend->ItemRects()[0]);
-    QyRecordingDevice dev;
-    auto paint = [&] {
-      dev.Clear();
-      QPainter p(&dev);
-      f.legend->PaintGr(&p);
-    };
-    paint();
-    EXPECT_FALSE(dev.Select([&](const QyPrimitive& p) { return r.sample(p, box); }).empty());
-    QObject* handed = nullptr;
-    f.legend->OnDrawLegendItem = [&](QObject* item, const TQyLegendItemDrawArgs&) { handed = item; };
-    paint();
-    EXPECT_EQ(handed, series);
-    EXPECT_TRUE(dev.Select([&](const QyPrimitive& p) { return r.sample(p, box); }).empty());
-  }
+  QyRecordingDevice dev;
+  f.PaintLegend(dev);
+  EXPECT_FALSE(dev.Select(sample).empty());
+  QObject* handed = nullptr;
+  f.legend->OnDrawLegendItem = [&](QObject* item, const TQyLegendItemDrawArgs&) { handed = item; };
+  f.PaintLegend(dev);
+  EXPECT_EQ(handed, series);
+  EXPECT_TRUE(dev.Select(sample).empty());
 }
 
 // A free legend follows the mouse pressed with exactly the starting keys, stays inside the
@@ -303,30 +264,9 @@ TEST(LegendOnGraph, DocumentsKeepTheLegend) {
                            "CaptionVisible", "DropShadow", "ItemsOrder"};
   for (int medium = 0; medium < 3; ++medium) {
     SCOPED_TRACE(medium);
-    QByteArray bytes;
-    QDomDocument dom;
-    QDomElement e = dom.createElement("Legend");
-    dom.appendChild(e);
     TQyIniFile ini;
-    if (medium == 0) {
-      QBuffer out(&bytes);
-      out.open(QIODevice::WriteOnly);
-      l->WriteTo(&out);
-    } else if (medium == 1) {
-      l->WriteTo(e);
-    } else {
-      l->WriteTo(ini, "Legend");
-    }
     TQyLegend copy(f.form.get());
-    if (medium == 0) {
-      QBuffer in(&bytes);
-      in.open(QIODevice::ReadOnly);
-      copy.ReadFrom(&in);
-    } else if (medium == 1) {
-      copy.ReadFrom(e);
-    } else {
-      copy.ReadFrom(ini, "Legend");
-    }
+    QyRoundTrip(medium, l, &copy, ini);
     for (const char* p : checked) EXPECT_EQ(copy.property(p), l->property(p)) << p;
     EXPECT_EQ(copy.GetCaptionFont()->GetSize(), 14.0f);
     EXPECT_TRUE(copy.GetBackgroundGradient()->GetVisible());

@@ -7,6 +7,12 @@
 
 namespace {
 
+// The lines of one pen colour the graph draws in its next paint.
+std::vector<const QyPrimitive*> LinesOf(QyMarkerGraph& t, QyRecordingDevice& dev, QColor color) {
+  t.Paint(dev);
+  return dev.Select([&](const QyPrimitive& p) { return p.kind == QyPrimitive::Line && p.pen.color() == color; });
+}
+
 // A marker is drawn by the graph: it shows in an exported image and in SVG, and a line marker
 // whose value lies outside its axis is left out when it clips to the data.
 TEST(MarkerParts, DrawnInExportedPictures) {
@@ -33,13 +39,9 @@ TEST(MarkerParts, DrawnInExportedPictures) {
   // Beyond the axis' stop: left out with ClipToData, drawn at the axis' pixel without it.
   h->SetY(150);
   QyRecordingDevice dev;
-  auto greenLines = [&] {
-    t.Paint(dev);
-    return dev.Select([](const QyPrimitive& p) { return p.kind == QyPrimitive::Line && p.pen.color() == QColor(0, 192, 0); });
-  };
-  EXPECT_TRUE(greenLines().empty());
+  EXPECT_TRUE(LinesOf(t, dev, QColor(0, 192, 0)).empty());
   h->SetClipToData(false);
-  const auto lines = greenLines();
+  const auto lines = LinesOf(t, dev, QColor(0, 192, 0));
   ASSERT_EQ(lines.size(), 1u);
   EXPECT_NEAR(lines[0]->DevicePoints()[0].y(), t.Y()->NumberToWorld(150), 1.0);
 }
@@ -58,11 +60,7 @@ TEST(MarkerParts, CaptionOnTheLineBreaksIt) {
     h->GetLine()->SetColor(0xFF0000FF);
     t.Settle();
     QyRecordingDevice dev;
-    t.Paint(dev);
-    const auto lines = dev.Select([](const QyPrimitive& p) {
-      return p.kind == QyPrimitive::Line && p.pen.color() == QColor(0, 0, 255);
-    });
-    EXPECT_EQ(int(lines.size()), row.pieces);
+    EXPECT_EQ(int(LinesOf(t, dev, QColor(0, 0, 255)).size()), row.pieces);
     EXPECT_FALSE(dev.WithText("level").empty());
     // Line and caption box take the mouse; the rest of the widget does not.
     EXPECT_TRUE(h->LineRect().isValid());
@@ -73,12 +71,8 @@ TEST(MarkerParts, CaptionOnTheLineBreaksIt) {
 // A caption can show the marker's own values; it follows a drag.
 TEST(MarkerParts, CaptionShowsLiveValues) {
   QyMarkerGraph t;
-  auto* c = t.Marker<TQyCrossHair>("Cross");
-  c->SetXAxis(t.X());
-  c->SetYAxis(t.Y());
+  auto* c = t.Placed<TQyCrossHair>("Cross", 2.5, 50);
   c->SetCaption("x=<%Form1.Graph1.Cross.X;0.00%>");
-  c->SetX(2.5);
-  c->SetY(50);
   t.Settle();
   EXPECT_EQ(c->CaptionObject()->PlainText(), "x=2.50");
   c->SetX(7.25);
@@ -143,19 +137,12 @@ TEST(MarkerParts, GripsChangeOnlyTheirPart) {
 // The arrow head stands at the hot spot; the caption box lies at the far end of the leader.
 TEST(MarkerParts, ArrowDrawnFromItsEndToTheTip) {
   QyMarkerGraph t;
-  auto* m = t.Marker<TQyLabelWithArrowMarker>("A");
-  m->SetXAxis(t.X());
-  m->SetYAxis(t.Y());
+  auto* m = t.Placed<TQyLabelWithArrowMarker>("A", 5, 50);
   m->SetCaption("peak");
   m->GetArrow()->SetColor(0xFF800080);
-  m->SetX(5);
-  m->SetY(50);
   t.Settle();
   QyRecordingDevice dev;
-  t.Paint(dev);
-  const auto lines = dev.Select([](const QyPrimitive& p) {
-    return p.kind == QyPrimitive::Line && p.pen.color() == QColor(128, 0, 128);
-  });
+  const auto lines = LinesOf(t, dev, QColor(128, 0, 128));
   ASSERT_EQ(lines.size(), 1u);
   const QPolygonF ends = lines[0]->DevicePoints();
   EXPECT_NEAR(ends[0].x(), m->HotSpot().x() + 50, 0.5);

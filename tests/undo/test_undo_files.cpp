@@ -1,5 +1,6 @@
 // Logs in temporary files: names, exclusive creation, removal, and failures of the medium.
 #include <gtest/gtest.h>
+#include "QyExpect.h"
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -104,14 +105,10 @@ TEST(UndoFiles, UnusableTempFolderFailsClearlyAndTheModelKeepsItsState) {
   // sent the logs to the root of the file system).
   for (const QString& folder : {QString("/proc/self"), scratch.path() + "/missing/folder"}) {
     FileLogs f(folder);
-    try {
-      f.line.SetWidth(5);
-      ADD_FAILURE() << "no exception for " << folder.toStdString();
-    } catch (const EStreamError& e) {
-      const QString shown = QFileInfo::exists(folder) ? QDir(folder).canonicalPath() : folder;
-      EXPECT_TRUE(e.Message().startsWith("Cannot create file \"" + shown + "/")) << e.what();
-      EXPECT_TRUE(e.Message().contains(".QyUndoStack.0\". "));
-    }
+    const QString message = QyMessageOf<EStreamError>([&] { f.line.SetWidth(5); });
+    const QString shown = QFileInfo::exists(folder) ? QDir(folder).canonicalPath() : folder;
+    EXPECT_TRUE(message.startsWith("Cannot create file \"" + shown + "/")) << message.toStdString();
+    EXPECT_TRUE(message.contains(".QyUndoStack.0\". "));
     EXPECT_EQ(f.line.GetWidth(), 1.0f) << "the setter did not store the value";
     EXPECT_FALSE(f.stack.CanUndo());
   }
@@ -131,16 +128,10 @@ TEST(UndoFiles, FullMediumFailsTheWriteAndKeepsEarlierEntries) {
   small.rlim_cur = 64 * 1024; // files may not grow past 64 kB: a full disk for the log
   auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
   ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-  bool thrown = false;
-  try {
-    f.stack.PushVectorState(&v, "Data");
-  } catch (const EWriteError& e) {
-    thrown = true;
-    EXPECT_EQ(e.Message(), "Stream write error");
-  }
+  const QString message = QyMessageOf<EWriteError>([&] { f.stack.PushVectorState(&v, "Data"); });
   setrlimit(RLIMIT_FSIZE, &old);
   std::signal(SIGXFSZ, oldHandler);
-  EXPECT_TRUE(thrown);
+  EXPECT_EQ(message, "Stream write error");
   EXPECT_EQ(f.stack.UndoList().Count(), 1) << "the failed record left no entry";
   EXPECT_EQ(v.Count(), 100000);
   f.stack.Undo(0);
