@@ -403,6 +403,19 @@ QY_REGISTER_RECORD(TQyGraph2D, {
     QyField("DataAreaFrame", T::Object, "DataAreaFrame").InBlock(4),
     Zoom("BackOnRightBottomLeftTopFrame", T::Bool).Only(QyMedia::Stream).InBlock(5),
 });
+
+// Every undo stack in the graph's window: a read changes parts, series and vectors, which may each
+// record on a stack of their own.
+std::vector<QPointer<TQyUndoRecorder>> StacksAround(TQyCustomGraph* g) {
+  std::vector<QPointer<TQyUndoRecorder>> out;
+  const auto add = [&out](TQyUndoRecorder* r) {
+    if (r && std::find(out.begin(), out.end(), r) == out.end()) out.emplace_back(r);
+  };
+  add(g->GetUndoStack());
+  for (QObject* o : g->window()->findChildren<QObject*>())
+    if (auto* r = dynamic_cast<TQyRecording*>(o)) add(r->UndoRecorder());
+  return out;
+}
 } // namespace
 
 // ---- writing
@@ -435,14 +448,15 @@ void TQyCustomGraph::ReadDocument(TQyDocumentMedium& medium) {
   const bool with = FWithVectors;
   WriteTo(&b, true);
   FWithVectors = with;
-  const QPointer<TQyUndoRecorder> stack = GetUndoStack();
-  if (stack) stack->SetReading(true);
+  const std::vector<QPointer<TQyUndoRecorder>> stacks = StacksAround(this);
+  for (TQyUndoRecorder* stack : stacks) stack->SetReading(true);
   FReading = true;
   // Modified once: every axis lays out again and the series make their points anew, since the
   // settings read took effect without their notices.
   const auto done = [&] {
     FReading = false;
-    if (stack) stack->SetReading(false);
+    for (TQyUndoRecorder* stack : stacks)
+      if (stack) stack->SetReading(false);
     for (TQyAxis* a : findChildren<TQyAxis*>(Qt::FindDirectChildrenOnly)) a->Modified();
     if (auto* g = qobject_cast<TQyGraph2D*>(this)) g->SeriesModified();
     Modified();
