@@ -71,6 +71,17 @@ struct TQyAxisRecord {
         .Ini("TickParts." + key);
   }
 
+  // A padding as stored: its setter never goes back to 0, but a graph read back from its own
+  // document must.
+  static TQyRecordEntry Padding(const QString& key, double TQyAxis::*field) {
+    return QyField(key, T::Double, [field](const QObject* o) { return QVariant(Axis(o)->*field); },
+                   [field](QObject* o, const QVariant& v) {
+                     if (v.toDouble() >= 0 && std::isfinite(v.toDouble())) Axis(o)->*field = v.toDouble();
+                   })
+        .At("Ends")
+        .Ini("Ends." + key);
+  }
+
   static TQyRecordEntry DataEnd(const QString& key, double TQyAxis::*field) {
     return QyField(key, T::Double, [field](const QObject* o) { return QVariant(Axis(o)->*field); },
                    [field](QObject* o, const QVariant& v) { Axis(o)->*field = v.toDouble(); })
@@ -222,8 +233,8 @@ TQyRecordTable TQyAxisRecord::Table() {
     QyField("Font", T::Object, "Font").At("TickParts").Ini("Font"),
     Grouped("Ends", "Ends", "Start", T::Double, "Start"),
     Grouped("Ends", "Ends", "Stop", T::Double, "Stop"),
-    Grouped("Ends", "Ends", "StartPadding", T::Double, "StartPadding").Only(TextMedia),
-    Grouped("Ends", "Ends", "StopPadding", T::Double, "StopPadding").Only(TextMedia),
+    TQyAxisRecord::Padding("StartPadding", &TQyAxis::FStartPadding).Only(TextMedia),
+    TQyAxisRecord::Padding("StopPadding", &TQyAxis::FStopPadding).Only(TextMedia),
     TQyAxisRecord::DataEnd("ValuesStart", &TQyAxis::FDataMin).Only(TextMedia),
     TQyAxisRecord::DataEnd("ValuesStop", &TQyAxis::FDataMax).Only(TextMedia),
     Grouped("Ends", "Ends", "Rounding", T::Enum, "EndRounding"),
@@ -263,8 +274,8 @@ TQyRecordTable TQyAxisRecord::Table() {
     Grouped("TickParts", "TickParts", "MajorGridMode", T::Enum, "MajorGridMode").InBlock(2).Only(QyMedia::Stream),
     TQyAxisRecord::DataEnd("ValuesStart", &TQyAxis::FDataMin).InBlock(3).Only(QyMedia::Stream),
     TQyAxisRecord::DataEnd("ValuesStop", &TQyAxis::FDataMax).InBlock(3).Only(QyMedia::Stream),
-    Grouped("Ends", "Ends", "StartPadding", T::Double, "StartPadding").InBlock(4).Only(QyMedia::Stream),
-    Grouped("Ends", "Ends", "StopPadding", T::Double, "StopPadding").InBlock(4).Only(QyMedia::Stream),
+    TQyAxisRecord::Padding("StartPadding", &TQyAxis::FStartPadding).InBlock(4).Only(QyMedia::Stream),
+    TQyAxisRecord::Padding("StopPadding", &TQyAxis::FStopPadding).InBlock(4).Only(QyMedia::Stream),
   };
 }
 

@@ -20,9 +20,11 @@ int Sign(int v) { return v < 0 ? -1 : 1; }
 // A band of half-width `h` around the segment a-b, as a region.
 QRegion Band(QPointF a, QPointF b, double h) {
   const QLineF line(a, b);
-  if (line.length() < 1e-9) return QRegion(QRectF(a - QPointF(h, h), QSizeF(2 * h, 2 * h)).toAlignedRect());
-  const QPointF n = QPointF(-line.dy(), line.dx()) / line.length() * h;
-  const QPointF u = QPointF(line.dx(), line.dy()) / line.length() * h;
+  const double length = line.length();
+  if (!std::isfinite(length)) return {};
+  if (length < 1e-9) return QRegion(QRectF(a - QPointF(h, h), QSizeF(2 * h, 2 * h)).toAlignedRect());
+  const QPointF n = QPointF(-line.dy(), line.dx()) / length * h;
+  const QPointF u = QPointF(line.dx(), line.dy()) / length * h;
   const QPolygonF band{a - u + n, b + u + n, b + u - n, a - u - n};
   return QRegion(band.toPolygon());
 }

@@ -256,9 +256,10 @@ void DrawRoundRect(QPainter* painter, const QBrush& brush, const QPen& pen, cons
 void DrawArrowLine(QPainter* painter, const QPen& pen, const QPointF& from, const QPointF& to,
                    const QPainterPath& cap, float inset) {
   const QLineF line(from, to);
-  if (line.length() <= 0) return;
+  const double length = line.length();
+  if (!(length > 0) || !std::isfinite(length)) return; // no direction: points not numbers or beyond any
   const double w = pen.widthF() > 0 ? pen.widthF() : 1.0;
-  const QPointF unit = (to - from) / line.length();
+  const QPointF unit = (to - from) / length;
   painter->save();
   painter->setPen(pen);
   painter->drawLine(from, to - unit * (inset * w));
