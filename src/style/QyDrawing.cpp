@@ -196,7 +196,7 @@ QBrush EllipticalBrush(const QRectF& rect, const QPointF& center, TQyColor first
 
 void DrawShadow(QPainter* painter, const QPainterPath& path, float steps, float offset) {
   const int n = RoundI(steps);
-  if (n <= 0) return;
+  if (n <= 0 || 255 / n == 0) return; // beyond 255 layers each one is wholly transparent
   const double shift = double(Round(offset / steps));
   painter->save();
   ClipOut(painter, path); // the shadow shows only outside the shape
