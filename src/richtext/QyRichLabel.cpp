@@ -54,7 +54,10 @@ void TQyFont::SetDrawEffects(TQyCharDrawEffects value) {
 
 QFont TQyFont::ToQFont() const {
   QFont font(FName);
-  font.setPointSizeF(FSize > 0 ? FSize : 10.0);
+  // A size from a document may be anything: it is capped at a page-high 4000 points, and a size
+  // that is no number takes the default.
+  constexpr double MaxPoints = 4000;
+  font.setPointSizeF(FSize > 0 ? std::min(double(FSize), MaxPoints) : 10.0);
   font.setBold(FStyle.testFlag(TQyFontStyle::Bold));
   font.setItalic(FStyle.testFlag(TQyFontStyle::Italic));
   font.setUnderline(FStyle.testFlag(TQyFontStyle::Underline));

@@ -125,10 +125,19 @@ bool RectanglesOverlaping(const QRectF& a, const QRectF& b) {
 
 // ---- Brushes
 
+namespace {
+// Settings from a document may be anything; the raster engine must never see a gradient that is
+// no number (it fails inside).
+double FiniteOr(double v, double fallback) { return std::isfinite(v) ? v : fallback; }
+bool Finite(const QRectF& r) {
+  return std::isfinite(r.x()) && std::isfinite(r.y()) && std::isfinite(r.width()) && std::isfinite(r.height());
+}
+} // namespace
+
 QLineF GradientLine(const QRectF& rect, float angle) {
   // The gradient runs along the direction of `angle` (clockwise, y downwards) and spans the
   // rectangle's projection onto it, so its start and end lines touch opposite corners.
-  const double a = qDegreesToRadians(double(angle));
+  const double a = qDegreesToRadians(FiniteOr(angle, 0));
   const QPointF dir(std::cos(a), std::sin(a));
   const double half = (rect.width() * std::fabs(dir.x()) + rect.height() * std::fabs(dir.y())) / 2;
   return QLineF(rect.center() - dir * half, rect.center() + dir * half);
@@ -136,6 +145,7 @@ QLineF GradientLine(const QRectF& rect, float angle) {
 
 namespace {
 QBrush TwoColorBrush(const QRectF& rect, float angle, TQyColor first, TQyColor last) {
+  if (!Finite(rect)) return QBrush(Q(last));
   const QLineF line = GradientLine(rect, angle);
   QLinearGradient g(line.p1(), line.p2());
   g.setColorAt(0, Q(first));
@@ -148,9 +158,10 @@ QBrush TwoColorBrush(const QRectF& rect, float angle, TQyColor first, TQyColor l
 // squeezed by the brush transform; the focal point is placed in the unsqueezed circle.
 QBrush FocalBrush(const QRectF& rect, const QPointF& center, double rx, double ry, TQyColor first,
                   TQyColor middle, TQyColor last) {
-  if (!(rx > 0) || !(ry > 0)) return QBrush(Q(last));
+  if (!(rx > 0) || !(ry > 0) || !std::isfinite(rx) || !std::isfinite(ry) || !Finite(rect)) return QBrush(Q(last));
   const QPointF mid = rect.center();
-  const double dx = (center.x() - 0.5) * rect.width(), dy = (center.y() - 0.5) * rect.height();
+  const double dx = (FiniteOr(center.x(), 0.5) - 0.5) * rect.width();
+  const double dy = (FiniteOr(center.y(), 0.5) - 0.5) * rect.height();
   const double squeeze = ry / rx;
   QRadialGradient g(mid, rx, mid + QPointF(dx, dy / squeeze));
   g.setColorAt(0, Q(last)); // the centre point
@@ -170,12 +181,13 @@ QBrush FocalBrush(const QRectF& rect, const QPointF& center, double rx, double r
 
 QBrush LinearBrush(const QRectF& rect, float angle, float center, TQyColor first,
                    TQyColor middle, TQyColor last) {
+  if (!Finite(rect)) return QBrush(Q(middle));
   const QLineF line = GradientLine(rect.adjusted(-1, -1, 1, 1), angle);
   QLinearGradient g(line.p1(), line.p2());
   // Always three stops. A gradient keeps one colour per position, so a centre at an end is
   // moved inside by a hair: the result is the same hard edge, and the middle colour stays.
   constexpr double hair = 1e-6;
-  g.setStops({{0.0, Q(first)}, {std::clamp(double(center), hair, 1.0 - hair), Q(middle)}, {1.0, Q(last)}});
+  g.setStops({{0.0, Q(first)}, {std::clamp(FiniteOr(center, 0.5), hair, 1.0 - hair), Q(middle)}, {1.0, Q(last)}});
   return QBrush(g);
 }
 
