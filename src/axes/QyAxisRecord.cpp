@@ -8,6 +8,7 @@
 #include "QyValueList.h"
 #include <algorithm>
 #include <memory>
+#include <optional>
 
 QY_REGISTER_CLASS(TQyAxis);
 
@@ -60,34 +61,29 @@ struct TQyAxisRecord {
         .InBlock(1);
   }
 
-  // The parts as stored: with AutoTickParts they are what the last layout found, and their setters
-  // refuse them then; a graph read back from its own document must get them all the same.
-  static TQyRecordEntry Part(const QString& key, double TQyAxis::*field) {
+  // A value written straight into its field, past the setter: the data range has none, automatic
+  // tick parts are refused by theirs, and a padding's never goes back to 0; yet a graph read back
+  // from its own document must get them all. `take` turns a read value into the stored one, or
+  // into none to leave the field as it is.
+  static TQyRecordEntry Stored(const QString& group, const QString& key, double TQyAxis::*field,
+                               std::optional<double> (*take)(double)) {
     return QyField(key, T::Double, [field](const QObject* o) { return QVariant(Axis(o)->*field); },
-                   [field](QObject* o, const QVariant& v) {
-                     if (std::isfinite(v.toDouble())) Axis(o)->*field = std::fabs(v.toDouble());
+                   [field, take](QObject* o, const QVariant& v) {
+                     if (const auto x = take(v.toDouble())) Axis(o)->*field = *x;
                    })
-        .At("TickParts")
-        .Ini("TickParts." + key);
+        .At(group)
+        .Ini(group + '.' + key);
   }
-
-  // A padding as stored: its setter never goes back to 0, but a graph read back from its own
-  // document must.
-  static TQyRecordEntry Padding(const QString& key, double TQyAxis::*field) {
-    return QyField(key, T::Double, [field](const QObject* o) { return QVariant(Axis(o)->*field); },
-                   [field](QObject* o, const QVariant& v) {
-                     if (v.toDouble() >= 0 && std::isfinite(v.toDouble())) Axis(o)->*field = v.toDouble();
-                   })
-        .At("Ends")
-        .Ini("Ends." + key);
+  static std::optional<double> AsIs(double v) { return v; }
+  static std::optional<double> AsPart(double v) {
+    return std::isfinite(v) ? std::optional(std::fabs(v)) : std::nullopt;
   }
-
-  static TQyRecordEntry DataEnd(const QString& key, double TQyAxis::*field) {
-    return QyField(key, T::Double, [field](const QObject* o) { return QVariant(Axis(o)->*field); },
-                   [field](QObject* o, const QVariant& v) { Axis(o)->*field = v.toDouble(); })
-        .At("Ends")
-        .Ini("Ends." + key);
+  static std::optional<double> AsPadding(double v) {
+    return std::isfinite(v) && v >= 0 ? std::optional(v) : std::nullopt;
   }
+  static TQyRecordEntry Part(const QString& key, double TQyAxis::*field) { return Stored("TickParts", key, field, AsPart); }
+  static TQyRecordEntry Padding(const QString& key, double TQyAxis::*field) { return Stored("Ends", key, field, AsPadding); }
+  static TQyRecordEntry DataEnd(const QString& key, double TQyAxis::*field) { return Stored("Ends", key, field, AsIs); }
 
   // The stages as two vectors and the current stage: in a stream behind a presence flag, in XML
   // as the elements "Start" and "Stop", in INI as numbered keys.
